@@ -1,0 +1,14 @@
+// What the command's exit status tells a script.
+#pragma once
+
+namespace lintara::cli {
+
+enum class ExitStatus : int {
+    Done = 0,
+    ChangesFound = 1,  // --check: something would change
+    Usage = 2,         // an option, or a name that the project does not have
+    Failed = 3,        // the project could not be read or written
+    Skipped = 4,       // --strict: some procedures were skipped
+};
+
+}  // namespace lintara::cli

@@ -1,0 +1,96 @@
+#include "cli/guards/range_guard.h"
+
+#include <algorithm>
+
+namespace lintara::cli {
+namespace {
+
+bool BeginsBefore(const LineRange& a, const LineRange& b) {
+    return std::pair(a.begin, a.end) < std::pair(b.begin, b.end);
+}
+
+std::vector<LineRange> BodiesOf(const ProcedureGroup& group) {
+    std::vector<LineRange> bodies;
+    for (const workspace::ProcedureInfo& procedure : group.reached) {
+        if (procedure.body().count() > 0) {
+            bodies.push_back(procedure.body());
+        }
+    }
+    std::ranges::sort(bodies, BeginsBefore);
+    return bodies;
+}
+
+std::string Describe(const LineRange& range) {
+    return range.count() == 1 ? "line " + std::to_string(range.begin.value())
+                              : "lines " + std::to_string(range.begin.value()) + " to " +
+                                    std::to_string((range.end - 1).value());
+}
+
+std::string Describe(const std::vector<LineRange>& ranges) {
+    if (ranges.empty()) {
+        return "no lines";
+    }
+    std::string text;
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == ranges.size() ? " and " : ", ";
+        text += Describe(ranges[i]);
+    }
+    return text;
+}
+
+// The first line that belongs to only one of the two.
+Line FirstDifference(const std::vector<LineRange>& a, const std::vector<LineRange>& b) {
+    const auto [inA, inB] = std::ranges::mismatch(a, b);
+    if (inA == a.end()) {
+        return inB->begin;
+    }
+    if (inB == b.end()) {
+        return inA->begin;
+    }
+    return inA->begin == inB->begin ? std::min(inA->end, inB->end) : std::min(inA->begin, inB->begin);
+}
+
+bool Unclosed(const workspace::ProcedureInfo& procedure) {
+    return !procedure.closed;
+}
+
+}  // namespace
+
+std::vector<LineRange> RangesToVisit(const transform::ProcedureRanges& ranges) {
+    std::vector<LineRange> visited;
+    const auto take = [&](Line start, Line end) {
+        if (start > Line(0) && end > start) {
+            visited.push_back({start, end});
+        }
+    };
+    if (ranges.Found) {
+        take(ranges.Start1, ranges.End1);
+        take(ranges.Start2, ranges.End2);
+        take(ranges.Start3, ranges.End3);
+    }
+    std::ranges::sort(visited, BeginsBefore);
+    return visited;
+}
+
+std::optional<RangeMismatch> CompareRanges(const transform::ProcedureRanges& ranges,
+                                           const ProcedureGroup& group, const workspace::Module& module) {
+    const std::vector<LineRange> visited = RangesToVisit(ranges);
+    const std::vector<LineRange> bodies = BodiesOf(group);
+    if (visited == bodies) {
+        return std::nullopt;
+    }
+    const Line last(module.CountOfLines());
+    RangeMismatch mismatch{std::clamp(FirstDifference(visited, bodies), Line(1), std::max(last, Line(1))),
+                           {}};
+    if (const auto open = std::ranges::find_if(group.reached, Unclosed); open != group.reached.end()) {
+        mismatch.line = open->header;
+        mismatch.message = "it is never closed";
+        return mismatch;
+    }
+    mismatch.message = "its code is " + Describe(bodies) + ", but " + Describe(visited) +
+                       " would be edited; they differ at line " + std::to_string(mismatch.line.value()) +
+                       " (line " + std::to_string(module.FileLine(mismatch.line)) + " of the file)";
+    return mismatch;
+}
+
+}  // namespace lintara::cli

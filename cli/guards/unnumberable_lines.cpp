@@ -1,0 +1,120 @@
+#include "cli/guards/unnumberable_lines.h"
+
+#include "cli/logical_lines.h"
+#include "workspace/characters.h"
+#include "workspace/syntax.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lintara::cli {
+namespace {
+
+using workspace::IsWord;
+using workspace::SkipBlanks;
+using workspace::SkipWord;
+
+TextView WordAt(TextView text, std::size_t from) {
+    return text.substr(from, SkipWord(text, from) - from);
+}
+
+bool IsDirective(TextView line) {
+    const std::size_t sign = SkipBlanks(line);
+    return sign < line.size() && line[sign] == u'#';
+}
+
+// "if", "elseif", "else", "end" or "const"; "" when the line is no directive ("#1/2/2003# ...").
+TextView DirectiveWord(TextView line) {
+    static constexpr std::array<TextView, 6> words{u"if", u"elseif", u"else", u"end", u"endif", u"const"};
+    const TextView word = WordAt(line, SkipBlanks(line, SkipBlanks(line) + 1));
+    const auto found = std::ranges::find_if(words, [&](TextView w) { return IsWord(word, w); });
+    return found == words.end() ? TextView() : *found;
+}
+
+bool IsCase(TextView statement) {
+    return IsWord(WordAt(statement, 0), u"case");
+}
+
+bool IsSelectCase(TextView statement) {
+    const TextView select = WordAt(statement, 0);
+    return IsWord(select, u"select") && IsCase(statement.substr(SkipBlanks(statement, select.size())));
+}
+
+// Whether the line may change what SelectWatch knows while no Case is awaited: nearly no line does.
+bool MayHoldSelect(TextView line) {
+    constexpr TextView lower = u"select";
+    for (std::size_t i = 0; i + lower.size() <= line.size(); ++i) {
+        if ((line[i] | 0x20) == u's' && IsWord(line.substr(i, lower.size()), lower)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Follows, line by line, whether the next Case is the first one of its Select Case. Each branch of an #If
+// goes on from where the #If stands.
+class SelectWatch {
+  public:
+    [[nodiscard]] bool awaitsCase() const { return awaitsCase_; }
+
+    void PassDirective(TextView word) {
+        if (word == u"if") {
+            outside_.push_back({.awaitedBefore = awaitsCase_});
+        } else if (word != u"const" && !outside_.empty()) {
+            Branches& branches = outside_.back();
+            branches.anyAwaits |= awaitsCase_;
+            branches.hasElse |= word == u"else";
+            awaitsCase_ = branches.awaitedBefore;
+            if (word == u"end" || word == u"endif") {
+                awaitsCase_ = branches.anyAwaits || (branches.awaitedBefore && !branches.hasElse);
+                outside_.pop_back();
+            }
+        }
+    }
+
+    // `firstStatement` is the offset of what follows the line's number and label.
+    // True when the line begins with the first Case.
+    bool PassCode(TextView line, std::size_t firstStatement) {
+        if (!awaitsCase_ && !MayHoldSelect(line)) {
+            return false;
+        }
+        bool isFirstCase = false;
+        const std::vector<TextView> statements = workspace::SplitStatements(line.substr(firstStatement));
+        for (std::size_t i = 0; i < statements.size(); ++i) {
+            isFirstCase |= i == 0 && awaitsCase_ && IsCase(statements[i]);
+            awaitsCase_ = IsSelectCase(statements[i]);
+        }
+        return isFirstCase;
+    }
+
+  private:
+    struct Branches {
+        bool awaitedBefore = false;
+        bool anyAwaits = false;  // at the end of a branch that was passed
+        bool hasElse = false;
+    };
+
+    bool awaitsCase_ = false;
+    std::vector<Branches> outside_;
+};
+
+}  // namespace
+
+void FindUnnumberableLines(std::span<const Text> lines, std::vector<std::size_t>& indexes) {
+    indexes.clear();
+    SelectWatch watch;
+    LogicalLines logical(lines);
+    while (logical.Next()) {
+        const TextView line = logical.text();
+        if (IsDirective(line)) {
+            if (const TextView word = DirectiveWord(line); !word.empty()) {
+                indexes.push_back(logical.first());
+                watch.PassDirective(word);
+            }
+        } else if (watch.PassCode(line, workspace::SkipLineNumberAndLabel(line))) {
+            indexes.push_back(logical.first());
+        }
+    }
+}
+
+}  // namespace lintara::cli

@@ -1,0 +1,58 @@
+// Where a run writes: standard output for results, standard error for messages. Tests hand in strings.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace lintara::cli {
+
+class Sink {
+  public:
+    virtual ~Sink() = default;
+
+    void Write(std::string_view bytes);
+    // Whether any write failed; what follows is discarded.
+    [[nodiscard]] bool failed() const { return failed_; }
+
+  protected:
+    // Writes all of `bytes` and tells whether that worked.
+    virtual bool DoWrite(std::string_view bytes) = 0;
+
+  private:
+    bool failed_ = false;
+};
+
+class StringSink : public Sink {
+  public:
+    std::string text;
+
+  protected:
+    bool DoWrite(std::string_view bytes) override;
+};
+
+// Writes to a file descriptor, unbuffered: the callers hand over whole pieces.
+class DescriptorSink : public Sink {
+  public:
+    explicit DescriptorSink(int descriptor) : descriptor_(descriptor) {}
+
+  protected:
+    bool DoWrite(std::string_view bytes) override;
+
+  private:
+    int descriptor_;
+};
+
+using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
+struct Streams {
+    Sink& out;
+    Sink& err;
+    bool outIsTerminal = false;
+    bool errIsTerminal = false;
+    bool wantsColor = true;  // false when the environment says NO_COLOR, or the terminal is a dumb one
+    Clock clock = [] { return std::chrono::steady_clock::now(); };
+};
+
+}  // namespace lintara::cli

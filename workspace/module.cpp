@@ -1,0 +1,433 @@
+#include "workspace/module.h"
+
+#include "workspace/characters.h"
+#include "workspace/declarations.h"
+#include "workspace/find.h"
+#include "workspace/keyword_case.h"
+#include "workspace/line_buffer.h"
+#include "workspace/procedure_index.h"
+#include "workspace/syntax.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <unordered_map>
+#include <utility>
+
+namespace lintara::workspace {
+
+using hostmodel::MemberKind;
+using hostmodel::MemberType;
+
+namespace {
+
+constexpr TextView lineBreak = u"\r\n";
+
+// More than any line or module can hold, and few enough for the sizes kept per line.
+constexpr std::size_t longestText = std::size_t{1} << 28U;
+
+std::unexpected<HostError> NoSuchLine() {
+    return Failure(ErrorNumber::InvalidArgument, "the line does not exist");
+}
+
+std::unexpected<HostError> NoSuchProcedure() {
+    return Failure(ErrorNumber::InvalidArgument, "there is no procedure of that name and kind");
+}
+
+std::vector<TextView> SplitLines(TextView text) {
+    std::vector<TextView> lines;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(lineBreak, begin), text.size());
+        lines.push_back(text.substr(begin, end - begin));
+        begin = end + lineBreak.size();
+        if (end == text.size()) {
+            break;
+        }
+    }
+    return lines;
+}
+
+}  // namespace
+
+struct Module::Parts {
+    Parts(std::string bytes, std::size_t codeBegin, EncodingPtr encoding)
+        : lines(std::move(bytes), codeBegin, std::move(encoding)), procedures(lines), finder(lines) {}
+
+    [[nodiscard]] bool Exist(Line line, std::int32_t count) const {
+        return line >= Line{1} && count >= 0 && line.value() - 1 <= lines.count() - count;
+    }
+    [[nodiscard]] bool ContinuesInto(Line line) const {
+        if (line <= Line{1} || line > lines.last() + 1) {
+            return false;
+        }
+        Text text;
+        lines.Read(line - 1, text);
+        return Continues(text);
+    }
+    [[nodiscard]] Line FirstHeader() const {
+        return procedures.size() > 0 ? procedures.HeaderOf(0) : lines.last() + 1;
+    }
+    [[nodiscard]] const workspace::Declarations& Declared() const;
+    [[nodiscard]] Line StartOf(std::size_t procedure) const;
+    [[nodiscard]] ProcedureInfo InfoOf(std::size_t procedure) const;
+    [[nodiscard]] MemberInfo MemberOf(std::size_t procedure) const;
+    [[nodiscard]] std::optional<std::size_t> ProcedureAt(Line line) const;
+    // Whether no procedure of the same property stands above this one.
+    [[nodiscard]] bool IsFirstOfProperty(std::size_t procedure) const;
+
+    // Carry an edit of the lines through the indexes; see ProcedureIndex.
+    void LineReplaced(Line line, TextView oldText, TextView newText);
+    void LinesChanged(Line line, std::int32_t removed, std::int32_t added, bool lastContinued);
+    void TellFinder(Line line, std::span<const TextView> newLines) const;
+
+    LineBuffer lines;
+    ProcedureIndex procedures;
+    Text oldLine;  // kept between edits for their room
+    Text newLine;
+    mutable Finder finder;
+    mutable std::optional<workspace::Declarations> declarations;
+    mutable std::unordered_map<Text, std::size_t>
+        declaredNames;  // under the folded name, the first of several
+};
+
+const workspace::Declarations& Module::Parts::Declared() const {
+    if (!declarations) {
+        declarations = ReadDeclarations(lines, FirstHeader());
+        if (procedures.size() == 0) {
+            declarations->countOfLines = lines.count();
+        }
+        declaredNames.clear();
+        for (std::size_t i = 0; i < declarations->members.size(); ++i) {
+            declaredNames.emplace(FoldCase(declarations->members[i].name), i);
+        }
+    }
+    return *declarations;
+}
+
+Line Module::Parts::StartOf(std::size_t procedure) const {
+    return procedure == 0 ? Line{Declared().countOfLines} + 1 : procedures.LastLineOf(procedure - 1) + 1;
+}
+
+ProcedureInfo Module::Parts::InfoOf(std::size_t procedure) const {
+    ProcedureIndex::Procedure entry = procedures[procedure];
+    return {.name = std::move(entry.name),
+            .kind = entry.kind,
+            .isFunction = entry.extent.word == ProcedureWord::Function,
+            .start = StartOf(procedure),
+            .header = entry.header,
+            .bodyBegin = entry.header + entry.headerLines,
+            .closing = entry.extent.closing,
+            .closed = entry.extent.closed};
+}
+
+MemberInfo Module::Parts::MemberOf(std::size_t procedure) const {
+    const bool isProcedure = procedures.KindOf(procedure) == MemberKind::vbext_pk_Proc;
+    return {.name = procedures.NameOf(procedure),
+            .type = isProcedure ? MemberType::Method : MemberType::Property,
+            .codeLocation = procedures.HeaderOf(procedure)};
+}
+
+std::optional<std::size_t> Module::Parts::ProcedureAt(Line line) const {
+    if (procedures.size() == 0 || !Exist(line, 1) || line < StartOf(0)) {
+        return std::nullopt;
+    }
+    // The block of a procedure begins above its header: what lies behind one procedure is the next one's,
+    // and what lies behind the last one its own.
+    const std::size_t above = procedures.CountAbove(line);
+    if (above > 0 && (line <= procedures.LastLineOf(above - 1) || above == procedures.size())) {
+        return above - 1;
+    }
+    return above;
+}
+
+bool Module::Parts::IsFirstOfProperty(std::size_t procedure) const {
+    static constexpr std::array kinds{MemberKind::vbext_pk_Let, MemberKind::vbext_pk_Set,
+                                      MemberKind::vbext_pk_Get};
+    return std::ranges::none_of(kinds, [&](MemberKind kind) {
+        return procedures.Find(procedures.NameOf(procedure), kind).value_or(procedure) < procedure;
+    });
+}
+
+void Module::Parts::LineReplaced(Line line, TextView oldText, TextView newText) {
+    const Line oldFirstHeader = FirstHeader();
+    procedures.LineReplaced(line, oldText, newText);
+    if (line <= oldFirstHeader || line <= FirstHeader()) {
+        declarations.reset();
+    }
+}
+
+void Module::Parts::LinesChanged(Line line, std::int32_t removed, std::int32_t added, bool lastContinued) {
+    const Line oldFirstHeader = FirstHeader();
+    procedures.LinesChanged(line, removed, added, lastContinued);
+    if (line <= oldFirstHeader || line <= FirstHeader()) {
+        declarations.reset();
+    }
+}
+
+void Module::Parts::TellFinder(Line line, std::span<const TextView> newLines) const {
+    for (const TextView text : newLines) {
+        finder.TextChanged(line, text);
+        ++line;
+    }
+}
+
+Module::Module(std::string bytes, std::size_t codeBegin, EncodingPtr encoding)
+    : parts_(std::make_unique<Parts>(std::move(bytes), codeBegin, std::move(encoding))) {}
+
+std::unique_ptr<Module> Module::FromText(TextView text) {
+    std::string bytes;
+    EncodingPtr memory = MemoryEncoding();
+    [[maybe_unused]] const bool written = memory->Encode(text, bytes);
+    return std::make_unique<Module>(std::move(bytes), 0, std::move(memory));
+}
+
+Module::~Module() = default;
+
+std::int32_t Module::CountOfLines() const {
+    return parts_->lines.count();
+}
+
+Result<Text> Module::Lines(Line startLine, std::int32_t count) const {
+    if (!parts_->Exist(startLine, count)) {
+        return NoSuchLine();
+    }
+    Text result;
+    if (count == 0) {
+        return result;
+    }
+    parts_->lines.Read(startLine, result);
+    Text text;
+    for (std::int32_t i = 1; i < count; ++i) {
+        parts_->lines.Read(startLine + i, text);
+        result += lineBreak;
+        result += text;
+    }
+    return result;
+}
+
+Result<void> Module::InsertLines(Line line, TextView text) {
+    if (!parts_->Exist(line, 0)) {
+        return NoSuchLine();
+    }
+    if (text.size() > longestText) {
+        return Failure(ErrorNumber::OutOfMemory, "the text is too long");
+    }
+    Text recased(text);
+    SetKeywordCase(recased, {0, recased.size()});
+    const std::vector<TextView> newLines = SplitLines(recased);
+    const bool lastContinued = parts_->ContinuesInto(line);
+    parts_->lines.Insert(line, newLines);
+    parts_->LinesChanged(line, 0, static_cast<std::int32_t>(newLines.size()), lastContinued);
+    parts_->finder.LinesMoved(line, 0, static_cast<std::int32_t>(newLines.size()));
+    parts_->TellFinder(line, newLines);
+    return {};
+}
+
+Result<void> Module::DeleteLines(Line startLine, std::int32_t count) {
+    if (!parts_->Exist(startLine, count)) {
+        return NoSuchLine();
+    }
+    if (count == 0) {
+        return {};
+    }
+    const bool lastContinued = parts_->ContinuesInto(startLine + count);
+    parts_->lines.Delete(startLine, count);
+    parts_->LinesChanged(startLine, count, 0, lastContinued);
+    parts_->finder.LinesMoved(startLine, count, 0);
+    return {};
+}
+
+Result<void> Module::ReplaceLine(Line line, TextView text) {
+    if (!parts_->Exist(line, 1)) {
+        return NoSuchLine();
+    }
+    if (text.size() > longestText) {
+        return Failure(ErrorNumber::OutOfMemory, "the text is too long");
+    }
+    if (text.find(lineBreak) == TextView::npos) {
+        ReplaceByOne(line, text);
+    } else {
+        ReplaceBySeveral(line, text);
+    }
+    return {};
+}
+
+void Module::ReplaceByOne(Line line, TextView text) {
+    Text& old = parts_->oldLine;
+    Text& recased = parts_->newLine;
+    parts_->lines.Read(line, old);
+    const TextPart changed = ChangedPart(old, text);
+    recased = text;
+    SetKeywordCase(recased, changed);
+    if (recased == old) {
+        return;
+    }
+    parts_->lines.Replace(line, recased);
+    parts_->LineReplaced(line, old, recased);
+    parts_->finder.TextChanged(line, recased);
+}
+
+void Module::ReplaceBySeveral(Line line, TextView text) {
+    Text& old = parts_->oldLine;
+    parts_->lines.Read(line, old);
+    Text recased(text);
+    SetKeywordCase(recased, ChangedPart(old, text));
+    const std::vector<TextView> newLines = SplitLines(recased);
+    const auto count = static_cast<std::int32_t>(newLines.size());
+    parts_->lines.Replace(line, newLines.front());
+    parts_->lines.Insert(line + 1, std::span(newLines).subspan(1));
+    parts_->LinesChanged(line, 1, count, Continues(old));
+    parts_->finder.LinesMoved(line + 1, 0, count - 1);
+    parts_->TellFinder(line, newLines);
+}
+
+Result<void> Module::RestoreLine(Line line, TextView text) {
+    if (!parts_->Exist(line, 1)) {
+        return NoSuchLine();
+    }
+    if (text.size() > longestText || text.contains(lineBreak)) {
+        return Failure(ErrorNumber::InvalidArgument, "the text is no line");
+    }
+    parts_->lines.Read(line, parts_->oldLine);
+    parts_->lines.Replace(line, text);
+    parts_->LineReplaced(line, parts_->oldLine, text);
+    parts_->finder.TextChanged(line, text);
+    return {};
+}
+
+std::int32_t Module::CountOfDeclarationLines() const {
+    return parts_->Declared().countOfLines;
+}
+
+Result<Line> Module::ProcStartLine(TextView name, MemberKind kind) const {
+    const auto procedure = parts_->procedures.Find(name, kind);
+    if (!procedure) {
+        return NoSuchProcedure();
+    }
+    return parts_->StartOf(*procedure);
+}
+
+Result<Line> Module::ProcBodyLine(TextView name, MemberKind kind) const {
+    const auto procedure = parts_->procedures.Find(name, kind);
+    if (!procedure) {
+        return NoSuchProcedure();
+    }
+    return parts_->procedures.HeaderOf(*procedure);
+}
+
+Result<std::int32_t> Module::ProcCountLines(TextView name, MemberKind kind) const {
+    const auto procedure = parts_->procedures.Find(name, kind);
+    if (!procedure) {
+        return NoSuchProcedure();
+    }
+    const bool isLast = *procedure + 1 == parts_->procedures.size();
+    const Line last = isLast ? parts_->lines.last() : parts_->procedures.LastLineOf(*procedure);
+    return last - parts_->StartOf(*procedure) + 1;
+}
+
+Result<Text> Module::ProcOfLine(Line line, MemberKind& kind) const {
+    if (!parts_->Exist(line, 1)) {
+        return NoSuchLine();
+    }
+    const auto procedure = parts_->ProcedureAt(line);
+    if (!procedure) {
+        return Text();
+    }
+    kind = parts_->procedures.KindOf(*procedure);
+    return parts_->procedures.NameOf(*procedure);
+}
+
+bool Module::Find(TextView target, Position& start, Position& end, hostmodel::FindOptions options) const {
+    const auto match = parts_->finder.Find(target, start, end, options);
+    if (!match) {
+        return false;
+    }
+    start = match->start;
+    end = match->end;
+    return true;
+}
+
+void Module::ForgetSearches() const {
+    parts_->finder.Forget();
+}
+
+std::vector<ProcedureInfo> Module::Procedures() const {
+    std::vector<ProcedureInfo> procedures;
+    procedures.reserve(parts_->procedures.size());
+    for (std::size_t i = 0; i < parts_->procedures.size(); ++i) {
+        procedures.push_back(parts_->InfoOf(i));
+    }
+    return procedures;
+}
+
+std::optional<ProcedureInfo> Module::ProcedureAt(Line line) const {
+    const auto procedure = parts_->ProcedureAt(line);
+    return procedure ? std::optional(parts_->InfoOf(*procedure)) : std::nullopt;
+}
+
+std::vector<MemberInfo> Module::MemberList() const {
+    std::vector<MemberInfo> members = parts_->Declared().members;
+    const ProcedureIndex& procedures = parts_->procedures;
+    for (std::size_t i = 0; i < procedures.size(); ++i) {
+        const MemberInfo member = parts_->MemberOf(i);
+        if (member.type == MemberType::Method || parts_->IsFirstOfProperty(i)) {
+            members.push_back(member);
+        }
+    }
+    return members;
+}
+
+std::optional<MemberInfo> Module::FindMember(TextView name) const {
+    const workspace::Declarations& declared = parts_->Declared();
+    const auto entry = parts_->declaredNames.find(FoldCase(name));
+    if (entry != parts_->declaredNames.end()) {
+        return declared.members[entry->second];
+    }
+    const auto procedure = parts_->procedures.Find(name, std::nullopt);
+    return procedure ? std::optional(parts_->MemberOf(*procedure)) : std::nullopt;
+}
+
+void Module::ReadLine(Line line, Text& text) const {
+    parts_->lines.Read(line, text);
+}
+
+Text Module::AllText() const {
+    return *Lines(Line{1}, CountOfLines());
+}
+
+bool Module::edited() const {
+    return parts_->lines.edited();
+}
+
+const std::string& Module::originalBytes() const {
+    return parts_->lines.file();
+}
+
+void Module::AppendCurrentBytes(std::string& bytes) const {
+    parts_->lines.AppendBytes(bytes);
+}
+
+std::optional<Unencodable> Module::FirstUnencodable() const {
+    const auto line = parts_->lines.FirstUnencodable();
+    if (!line) {
+        return std::nullopt;
+    }
+    Text text;
+    parts_->lines.Read(*line, text);
+    const std::size_t at = encoding().FirstUnencodable(text).value_or(0);
+    char32_t character = at < text.size() ? text[at] : 0;
+    if (at + 1 < text.size() && (text[at] & 0xFC00U) == 0xD800U && (text[at + 1] & 0xFC00U) == 0xDC00U) {
+        character = 0x10000U + ((text[at] & 0x3FFU) << 10U) + (text[at + 1] & 0x3FFU);
+    }
+    return Unencodable{*line, Column{static_cast<std::int32_t>(at) + 1}, character};
+}
+
+std::int64_t Module::FileLine(Line line) const {
+    return parts_->lines.FileLine(line);
+}
+
+const Encoding& Module::encoding() const {
+    return parts_->lines.encoding();
+}
+
+}  // namespace lintara::workspace

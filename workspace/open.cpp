@@ -1,0 +1,265 @@
+#include "workspace/open.h"
+
+#include "workspace/component_file.h"
+#include "workspace/parallel.h"
+#include "workspace/project_folders.h"
+#include "workspace/project_plan.h"
+#include "workspace/read_file.h"
+#include "workspace/recovery.h"
+#include "workspace/save.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <sys/stat.h>
+#include <thread>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace lintara::workspace {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A component on its way from the disk into a project.
+struct Loaded {
+    const PlannedComponent* plan = nullptr;
+    std::unique_ptr<Component> component;
+    Diagnostics warnings;
+    std::optional<Diagnostic> error;
+};
+
+void Load(const EncodingPtr& codePage, Loaded& loaded) {
+    const fs::path& path = loaded.plan->path;
+    auto content = ReadFile(path);
+    if (!content) {
+        loaded.error = Diagnostic{path, 0, std::move(content.error())};
+        return;
+    }
+    const auto type = ComponentTypeOf(path).value_or(loaded.plan->entry.type);
+    auto file = ParseComponentFile(path, type, content->bytes, codePage);
+    if (!file) {
+        loaded.error = std::move(file.error());
+        return;
+    }
+    loaded.warnings = std::move(file->warnings);
+    auto component = std::make_unique<Component>();
+    component->name = std::move(file->name);
+    if (component->name.empty()) {
+        component->name = loaded.plan->entry.name;
+    }
+    if (component->name.empty()) {
+        component->name = FromUtf8(path.stem().string());
+    }
+    component->type = file->type;
+    component->path = path;
+    component->identity = content->identity;
+    component->designer = std::move(file->designer);
+    component->module =
+        std::make_unique<Module>(std::move(content->bytes), file->codeBegin, std::move(file->encoding));
+    loaded.component = std::move(component);
+}
+
+bool ChangedSince(const Component& component) {
+    struct stat status {};
+    return ::stat(component.path.c_str(), &status) != 0 || IdentityOf(status) != component.identity;
+}
+
+// The components of one project, all of which could be read. Two that are the same file, or that go by the
+// same name, would make edits go astray.
+void CheckProject(const PlannedProject& project, const std::vector<Loaded*>& components,
+                  Diagnostics& errors) {
+    std::unordered_map<Text, const Loaded*> byName;
+    std::map<std::pair<std::uint64_t, std::uint64_t>, const Loaded*> byFile;
+    for (const Loaded* const each : components) {
+        const Component& component = *each->component;
+        const auto [sameFile, isNewFile] =
+            byFile.try_emplace({component.identity.device, component.identity.inode}, each);
+        if (!isNewFile) {
+            const std::int64_t line = sameFile->second->plan->entry.line;
+            errors.push_back({line > 0 ? project.path : component.path, each->plan->entry.line,
+                              (line > 0 ? component.path.string() + " " : std::string()) +
+                                  "is the same file as " + sameFile->second->component->path.string() +
+                                  (line > 0 ? " in line " + std::to_string(line) : "")});
+            continue;
+        }
+        const auto [sameName, isNewName] = byName.try_emplace(FoldCase(component.name), each);
+        if (!isNewName) {
+            errors.push_back({component.path, 0,
+                              "is named " + ToUtf8(component.name) + " as is " +
+                                  sameName->second->component->path.string() +
+                                  "; components of one project need different names"});
+        }
+    }
+}
+
+class Opener {
+  public:
+    Opener(Workspace& workspace, const OpenOptions& options)
+        : workspace_(workspace),
+          options_(options),
+          codePage_(options.codePage ? options.codePage : DefaultEncoding()) {}
+
+    // What was read; nothing when files changed meanwhile.
+    enum class Outcome : unsigned char { Opened, Failed, Changed };
+    Outcome TryOpen(const fs::path& path);
+
+    Diagnostics& errors() { return errors_; }
+    Diagnostics& warnings() { return warnings_; }
+
+  private:
+    void LoadAll();
+    void CheckAll();
+    void AddAll();
+    [[nodiscard]] bool AnyChanged() const;
+
+    Workspace& workspace_;
+    const OpenOptions& options_;
+    EncodingPtr codePage_;
+    ProjectPlan plan_;
+    std::vector<Loaded> loaded_;  // in the order of the plan
+    Diagnostics errors_;
+    Diagnostics warnings_;
+};
+
+void Opener::LoadAll() {
+    loaded_.clear();
+    for (const PlannedProject& project : plan_.projects) {
+        for (const PlannedComponent& component : project.components) {
+            loaded_.push_back({&component, nullptr, {}, std::nullopt});
+        }
+    }
+    InParallel(
+        loaded_.size(), [&](std::size_t i) { Load(codePage_, loaded_[i]); },
+        [&](std::size_t done) {
+            if (options_.progress) {
+                options_.progress(done, loaded_.size());
+            }
+        });
+    for (Loaded& each : loaded_) {
+        std::ranges::move(each.warnings, std::back_inserter(warnings_));
+        if (each.error) {
+            errors_.push_back(*each.error);
+        }
+    }
+}
+
+bool Opener::AnyChanged() const {
+    return std::ranges::any_of(
+        loaded_, [](const Loaded& each) { return each.component && ChangedSince(*each.component); });
+}
+
+void Opener::CheckAll() {
+    std::size_t next = 0;
+    std::vector<const PlannedProject*> seen;
+    for (const PlannedProject& project : plan_.projects) {
+        std::vector<Loaded*> components;
+        for (std::size_t i = 0; i < project.components.size(); ++i, ++next) {
+            if (loaded_[next].component) {
+                components.push_back(&loaded_[next]);
+            }
+        }
+        CheckProject(project, components, errors_);
+        const auto sameName = std::ranges::find_if(
+            seen, [&](const PlannedProject* other) { return SameName(other->name, project.name); });
+        if (sameName != seen.end()) {
+            errors_.push_back({project.path, 0,
+                               "is named " + ToUtf8(project.name) + " as is " + (*sameName)->path.string() +
+                                   "; projects that are open together need different names"});
+        } else if (workspace_.Find(project.name) != nullptr) {
+            errors_.push_back(
+                {project.path, 0, "a project named " + ToUtf8(project.name) + " is open already"});
+        }
+        seen.push_back(&project);
+    }
+}
+
+void Opener::AddAll() {
+    const bool isFirst = workspace_.activeProject() == nullptr;
+    auto next = loaded_.begin();
+    for (std::size_t i = 0; i < plan_.projects.size(); ++i) {
+        const PlannedProject& planned = plan_.projects[i];
+        auto project = std::make_unique<Project>(planned.name, planned.path);
+        for (std::size_t count = planned.components.size(); count > 0; --count, ++next) {
+            project->Add(std::move(next->component));
+        }
+        for (const fs::path& file : planned.otherFiles) {
+            project->AddOtherFile(file);
+        }
+        Project& added = workspace_.Add(std::move(project));
+        if (i == plan_.startup && (isFirst || plan_.isGroup)) {
+            workspace_.SetActiveProject(added);
+        }
+    }
+}
+
+Opener::Outcome Opener::TryOpen(const fs::path& path) {
+    errors_.clear();
+    auto plan = PlanProjects(path, options_);
+    if (!plan) {
+        errors_ = std::move(plan.error());
+        return Outcome::Failed;
+    }
+    plan_ = *std::move(plan);
+    warnings_ = std::move(plan_.warnings);
+    LoadAll();
+    std::vector<fs::path> folders;
+    for (const PlannedProject& project : plan_.projects) {
+        folders.push_back(fs::is_directory(project.path) ? project.path : project.path.parent_path());
+    }
+    if (AnyChanged() || HasJournal(folders)) {
+        return Outcome::Changed;
+    }
+    CheckAll();
+    if (!errors_.empty()) {
+        return Outcome::Failed;
+    }
+    AddAll();
+    return Outcome::Opened;
+}
+
+}  // namespace
+
+std::expected<Diagnostics, Diagnostics> Open(Workspace& workspace, const fs::path& path,
+                                             const OpenOptions& options) {
+    constexpr int attempts = 5;
+    constexpr auto pause = std::chrono::milliseconds(100);
+    Opener opener(workspace, options);
+    Diagnostics recovered;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (attempt > 0) {
+            std::this_thread::sleep_for(pause);
+        }
+        const auto folders = ProjectFolders(path);
+        if (!folders) {
+            return std::unexpected(Diagnostics{folders.error()});
+        }
+        if (HasJournal(*folders)) {
+            const auto done = Recover(path);
+            if (!done) {
+                return std::unexpected(done.error());
+            }
+            for (const std::string& line : *done) {
+                recovered.push_back({path, 0, line});
+            }
+        }
+        switch (opener.TryOpen(path)) {
+            case Opener::Outcome::Opened:
+                std::ranges::move(opener.warnings(), std::back_inserter(recovered));
+                return recovered;
+            case Opener::Outcome::Failed:
+                return std::unexpected(std::move(opener.errors()));
+            case Opener::Outcome::Changed:
+                break;
+        }
+    }
+    return std::unexpected(
+        Diagnostics{{path, 0, "its files are being changed by another program; try again when it is done"}});
+}
+
+}  // namespace lintara::workspace

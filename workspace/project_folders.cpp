@@ -1,0 +1,70 @@
+#include "workspace/project_folders.h"
+
+#include "workspace/characters.h"
+#include "workspace/component_file.h"
+#include "workspace/path_resolver.h"
+#include "workspace/project_file.h"
+#include "workspace/read_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <string>
+#include <sys/stat.h>
+
+namespace lintara::workspace {
+
+namespace fs = std::filesystem;
+
+std::expected<PathKind, Diagnostic> KindOf(const fs::path& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) {
+        return std::unexpected(Diagnostic{path, 0, "cannot be opened: " + SystemMessage(errno)});
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return PathKind::Folder;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::unexpected(Diagnostic{path, 0, KindMessage(status)});
+    }
+    const Text extension = FromUtf8(path.extension().string());
+    if (SameName(extension, u".vbp")) {
+        return PathKind::ProjectFile;
+    }
+    if (SameName(extension, u".vbg")) {
+        return PathKind::ProjectGroup;
+    }
+    if (ComponentTypeOf(path)) {
+        return PathKind::Component;
+    }
+    return std::unexpected(
+        Diagnostic{path, 0,
+                   "is no project (.vbp), project group (.vbg), folder or component (.bas, .cls, .frm, .ctl, "
+                   ".pag, .dob, .dsr)"});
+}
+
+std::expected<std::vector<fs::path>, Diagnostic> ProjectFolders(const fs::path& path) {
+    const auto kind = KindOf(path);
+    if (!kind) {
+        return std::unexpected(kind.error());
+    }
+    std::vector<fs::path> folders = {*kind == PathKind::Folder ? path : FolderOf(path)};
+    if (*kind != PathKind::ProjectGroup) {
+        return folders;
+    }
+    // What is wrong with a group is told when it is opened.
+    const auto content = ReadFile(path);
+    const auto group =
+        content ? ParseGroupFile(path, content->bytes, DefaultEncoding()) : std::unexpected(Diagnostic{});
+    if (group) {
+        PathResolver resolver;
+        for (const FileEntry& entry : group->projects) {
+            const auto project = resolver.Resolve(folders.front(), entry.path);
+            if (project && std::ranges::find(folders, FolderOf(*project)) == folders.end()) {
+                folders.push_back(FolderOf(*project));
+            }
+        }
+    }
+    return folders;
+}
+
+}  // namespace lintara::workspace

@@ -1,0 +1,92 @@
+#include "workspace/read_file.h"
+
+#include "workspace/descriptor.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <fcntl.h>
+#include <system_error>
+
+namespace lintara::workspace {
+
+namespace {
+
+constexpr std::int64_t largestFile = std::int64_t{1} << 30;
+
+std::unexpected<std::string> CannotRead(int error) {
+    return std::unexpected("cannot be read: " + SystemMessage(error));
+}
+
+// Reads to the end of the file; it may have grown since its size was asked for. False with errno on failure.
+bool ReadAll(int descriptor, std::size_t expectedSize, std::string& bytes) {
+    constexpr std::size_t spare = 1;  // so that the end shows without another round
+    std::size_t done = 0;
+    while (true) {
+        const std::size_t room = done < expectedSize ? expectedSize - done + spare : 64 * 1024;
+        ssize_t got = 0;
+        bytes.resize_and_overwrite(done + room, [&](char* all, std::size_t) {
+            got = ::read(descriptor, all + done, room);
+            return got > 0 ? done + static_cast<std::size_t>(got) : done;
+        });
+        if (got == 0) {
+            return true;
+        }
+        if (got < 0 && errno != EINTR) {
+            return false;
+        }
+        done = bytes.size();
+        if (done > static_cast<std::size_t>(largestFile)) {
+            errno = EFBIG;
+            return false;
+        }
+    }
+}
+
+}  // namespace
+
+std::string SystemMessage(int error) {
+    return std::generic_category().message(error);
+}
+
+std::string KindMessage(const struct stat& status) {
+    if (S_ISDIR(status.st_mode)) {
+        return "is a folder, not a file";
+    }
+    if (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode)) {
+        return "is a pipe, not a file";
+    }
+    return "is a device, not a file";
+}
+
+FileIdentity IdentityOf(const struct stat& status) {
+    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& path) {
+    struct stat status {};
+    // Opening a device can have effects, so it is looked at first; O_NONBLOCK is for one that appears since.
+    if (::stat(path.c_str(), &status) != 0) {
+        return CannotRead(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::unexpected(KindMessage(status));
+    }
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    if (!file.open() || ::fstat(file.get(), &status) != 0) {
+        return CannotRead(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return std::unexpected(KindMessage(status));
+    }
+    if (status.st_size > largestFile) {
+        return std::unexpected("is larger than 1 GiB, too large for source code");
+    }
+    FileContent content;
+    content.identity = IdentityOf(status);
+    if (!ReadAll(file.get(), static_cast<std::size_t>(status.st_size), content.bytes)) {
+        return CannotRead(errno);
+    }
+    return content;
+}
+
+}  // namespace lintara::workspace

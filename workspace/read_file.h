@@ -1,0 +1,29 @@
+// Reading of whole files, regular ones only: whatever else a path may name is refused before it can block.
+#pragma once
+
+#include "workspace/file_identity.h"
+
+#include <expected>
+#include <filesystem>
+#include <string>
+#include <sys/stat.h>
+
+namespace lintara::workspace {
+
+struct FileContent {
+    std::string bytes;
+    FileIdentity identity;
+};
+
+// The error is a sentence for people, without the path.
+[[nodiscard]] std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& path);
+
+[[nodiscard]] FileIdentity IdentityOf(const struct stat& status);
+
+// What the system says about an error number.
+[[nodiscard]] std::string SystemMessage(int error);
+
+// "is a folder" and the like: what the path names that is no regular file.
+[[nodiscard]] std::string KindMessage(const struct stat& status);
+
+}  // namespace lintara::workspace

@@ -1,0 +1,306 @@
+#include "workspace/recovery.h"
+
+#include "workspace/parallel.h"
+#include "workspace/project_folders.h"
+#include "workspace/read_file.h"
+#include "workspace/save.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <set>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace lintara::workspace {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr double patience = 10;  // seconds to wait for a save that is under way
+
+// How far the replacement of one file got.
+enum class Progress : unsigned char {
+    Pending,       // the old content is in place, the new one beside it
+    Done,          // the new content is in place
+    EditedBefore,  // somebody has changed the old content since
+    EditedAfter,   // somebody has changed the new content since
+    NoWayForward,  // the old content is in place and the new one is gone
+};
+
+bool Holds(const fs::path& path, const ContentMark& mark) {
+    std::error_code error;
+    if (path.empty() || fs::file_size(path, error) != mark.size || error) {
+        return false;
+    }
+    const auto content = ReadFile(path);
+    return content && MarkOf(content->bytes) == mark;
+}
+
+Progress ProgressOf(const Replacement& each) {
+    const bool newIsBeside = Holds(each.temporary, *each.newContent);
+    if (Holds(each.target, *each.newContent)) {
+        return Progress::Done;
+    }
+    if (Holds(each.target, *each.oldContent)) {
+        return newIsBeside ? Progress::Pending : Progress::NoWayForward;
+    }
+    return newIsBeside ? Progress::EditedBefore : Progress::EditedAfter;
+}
+
+// Where the old content of a replaced file is kept.
+std::optional<fs::path> OldContentOf(const Replacement& each) {
+    for (const fs::path& path : {each.temporary, KeptName(each.temporary), each.backup}) {
+        if (Holds(path, *each.oldContent)) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+struct Inspected {
+    const Replacement* replacement;
+    Progress progress;
+};
+
+class Recovery {
+  public:
+    explicit Recovery(const Journal& journal) : journal_(journal) {
+        for (const Replacement& each : journal.replacements) {
+            if (each.newContent) {
+                files_.push_back({&each, ProgressOf(each)});
+            }
+        }
+    }
+
+    // The value is a line for people.
+    std::expected<std::string, Diagnostics> Run() {
+        if (!journal_.committed) {
+            RemoveTraces(journal_);
+            return "removed the leftovers of an interrupted save; no file had been changed";
+        }
+        if (!Any(Progress::EditedBefore) && !Any(Progress::NoWayForward)) {
+            return Finish();
+        }
+        if (!Any(Progress::EditedAfter) && CanUndo()) {
+            return Undo();
+        }
+        return std::unexpected(Conflict());
+    }
+
+  private:
+    [[nodiscard]] bool Any(Progress progress) const {
+        return std::ranges::find(files_, progress, &Inspected::progress) != files_.end();
+    }
+    [[nodiscard]] bool CanUndo() const {
+        return std::ranges::all_of(files_, [](const Inspected& file) {
+            return file.progress != Progress::Done || OldContentOf(*file.replacement);
+        });
+    }
+
+    std::expected<std::string, Diagnostics> Finish() {
+        std::set<fs::path> folders;
+        for (const Inspected& file : files_) {
+            folders.insert(file.replacement->target.parent_path());
+            if (file.progress != Progress::Pending) {
+                continue;
+            }
+            if (auto result = Exchange(file.replacement->temporary, file.replacement->target); !result) {
+                return Failed(*file.replacement, result.error());
+            }
+        }
+        for (const Inspected& file : files_) {
+            if (auto result = KeepBackup(*file.replacement); !result) {
+                return Failed(*file.replacement, result.error());
+            }
+        }
+        return Conclude(folders, "finished an interrupted save of ");
+    }
+
+    static WriteResult KeepBackup(const Replacement& each) {
+        const auto old = OldContentOf(each);
+        if (each.backup.empty() || !old || *old == each.backup) {
+            return {};
+        }
+        if (::rename(old->c_str(), each.backup.c_str()) != 0) {
+            return std::unexpected("no backup can be kept: " + SystemMessage(errno));
+        }
+        return {};
+    }
+
+    std::expected<std::string, Diagnostics> Undo() {
+        std::set<fs::path> folders;
+        for (const Inspected& file : files_) {
+            folders.insert(file.replacement->target.parent_path());
+            if (file.progress != Progress::Done) {
+                continue;
+            }
+            if (auto result = UndoReplacement(*file.replacement); !result) {
+                return Failed(*file.replacement, result.error());
+            }
+        }
+        return Conclude(folders, "undid an interrupted save, as files were changed since; it was of ");
+    }
+
+    std::expected<std::string, Diagnostics> Conclude(const std::set<fs::path>& folders,
+                                                     const std::string& what) {
+        for (const fs::path& folder : folders) {
+            if (auto result = Flush(folder); !result) {
+                return std::unexpected(Diagnostics{{folder, 0, result.error()}});
+            }
+        }
+        RemoveTraces(journal_);
+        return what + std::to_string(files_.size()) + (files_.size() == 1 ? " file" : " files");
+    }
+
+    std::expected<std::string, Diagnostics> Failed(const Replacement& each, const std::string& why) const {
+        return std::unexpected(
+            Diagnostics{{each.target, 0, "an interrupted save could not be finished, it " + why},
+                        {journal_.path, 0, "is kept; run again when the cause is removed"}});
+    }
+
+    [[nodiscard]] Diagnostics Conflict() const {
+        Diagnostics diagnostics;
+        for (const Inspected& file : files_) {
+            switch (file.progress) {
+                case Progress::EditedBefore:
+                    diagnostics.push_back({file.replacement->target, 0,
+                                           "was changed since an interrupted save was to replace it by " +
+                                               file.replacement->temporary.string()});
+                    break;
+                case Progress::EditedAfter:
+                    diagnostics.push_back({file.replacement->target, 0,
+                                           "was changed since an interrupted save had replaced it"});
+                    break;
+                case Progress::NoWayForward:
+                    diagnostics.push_back({file.replacement->target, 0,
+                                           "was to be replaced by an interrupted save, but " +
+                                               file.replacement->temporary.string() + " is gone"});
+                    break;
+                default:
+                    break;
+            }
+        }
+        diagnostics.push_back(
+            {journal_.path, 0,
+             "the interrupted save can neither be finished nor undone without losing changes; "
+             "put the files above in order and delete this journal"});
+        return diagnostics;
+    }
+
+    const Journal& journal_;
+    std::vector<Inspected> files_;
+};
+
+// The journals of the folders themselves and those that lie elsewhere and have a link here.
+std::set<fs::path> FindJournals(const std::vector<fs::path>& folders, std::vector<std::string>& done) {
+    std::set<fs::path> journals;
+    std::error_code error;
+    for (const fs::path& folder : folders) {
+        if (fs::exists(fs::symlink_status(folder / journalName, error))) {
+            journals.insert(folder / journalName);
+        }
+        const fs::path link = folder / journalLinkName;
+        if (fs::exists(fs::symlink_status(link, error))) {
+            const auto journal = ReadJournalLink(link);
+            if (journal && fs::exists(*journal, error)) {
+                journals.insert(*journal);
+            } else if (fs::remove(link, error)) {
+                done.push_back("removed a link to a journal that is no more: " + link.string());
+            }
+        }
+    }
+    return journals;
+}
+
+// A run that ended before its journal came to the disk may leave temporary files that no journal names.
+void RemoveStrayTemporaries(const fs::path& folder, std::vector<std::string>& done) {
+    std::error_code error;
+    std::size_t count = 0;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        std::error_code ignored;
+        if (name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix) &&
+            fs::is_regular_file(entry->symlink_status(ignored)) && fs::remove(entry->path(), ignored)) {
+            ++count;
+        }
+    }
+    if (count > 0) {
+        done.push_back("removed " + std::to_string(count) + " temporary files from " + folder.string());
+    }
+}
+
+}  // namespace
+
+bool HasJournal(const std::vector<fs::path>& folders) {
+    return std::ranges::any_of(folders, [](const fs::path& folder) {
+        return ::access((folder / journalName).c_str(), F_OK) == 0 ||
+               ::access((folder / journalLinkName).c_str(), F_OK) == 0;
+    });
+}
+
+WriteResult UndoReplacement(const Replacement& replacement) {
+    const auto old = OldContentOf(replacement);
+    if (!old) {
+        return std::unexpected("cannot be put back: its old content is gone");
+    }
+    if (auto result = Exchange(*old, replacement.target); !result) {
+        return result;
+    }
+    ::unlink(old->c_str());
+    return {};
+}
+
+void RemoveTraces(const Journal& journal) {
+    // Some disks are told of each freed block at once and take their time to answer.
+    const auto remove = [&](std::size_t i) {
+        const fs::path& temporary = journal.replacements[i].temporary;
+        ::unlink(temporary.c_str());
+        ::unlink(KeptName(temporary).c_str());
+    };
+    InParallel(journal.replacements.size(), remove, {}, BoundBy::Device);
+    for (const fs::path& link : journal.links) {
+        ::unlink(link.c_str());
+    }
+    ::unlink(journal.path.c_str());
+}
+
+std::expected<std::vector<std::string>, Diagnostics> Recover(const fs::path& path) {
+    const auto folders = ProjectFolders(path);
+    if (!folders) {
+        return std::unexpected(Diagnostics{folders.error()});
+    }
+    const auto lock = ProjectLock::AcquireFolders(*folders, patience);
+    if (!lock) {
+        return std::unexpected(Diagnostics{lock.error()});
+    }
+    std::vector<std::string> done;
+    for (const fs::path& file : FindJournals(*folders, done)) {
+        // A journal elsewhere belongs to a project with a lock of its own.
+        const auto itsLock = ProjectLock::AcquireFolders({file.parent_path()}, patience);
+        if (!itsLock) {
+            return std::unexpected(Diagnostics{itsLock.error()});
+        }
+        std::error_code error;
+        if (!fs::exists(file, error)) {
+            continue;
+        }
+        const auto journal = ReadJournal(file);
+        if (!journal) {
+            return std::unexpected(Diagnostics{journal.error()});
+        }
+        auto result = Recovery(*journal).Run();
+        if (!result) {
+            return std::unexpected(std::move(result.error()));
+        }
+        done.push_back(*std::move(result));
+    }
+    for (const fs::path& folder : *folders) {
+        RemoveStrayTemporaries(folder, done);
+    }
+    return done;
+}
+
+}  // namespace lintara::workspace

@@ -1,0 +1,54 @@
+// Saving of what was edited, all or nothing: either every changed file of the workspace gets its new content,
+// or none does. New contents are written beside the originals and flushed, a journal names them, then they
+// are renamed into place. A run that was interrupted is finished or undone by the next one.
+#pragma once
+
+#include "workspace/diagnostic.h"
+#include "workspace/project_lock.h"
+#include "workspace/workspace.h"
+
+#include <cstddef>
+#include <expected>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace lintara::workspace {
+
+// A component whose file a save would write anew.
+struct ChangedFile {
+    const Project* project = nullptr;
+    const workspace::Component* component = nullptr;
+};
+
+// The components whose bytes differ from those that were loaded, in project order. Compared in parallel.
+[[nodiscard]] std::vector<ChangedFile> ChangedFiles(const Workspace& workspace);
+
+struct SaveOptions {
+    // Not empty: the original of every changed file is kept beside it under its name and this suffix.
+    std::string backupSuffix;
+    // Called now and then from the saving thread with the files written so far and all of them.
+    std::function<void(std::size_t done, std::size_t total)> progress;
+    // Called before each step that changes the disk, from any thread: for tests that interrupt a save.
+    std::function<void()> beforeStep;
+};
+
+// Saves in place; the value is the files written. Refused, with nothing changed, when a line cannot be
+// encoded, a file changed on disk since it was loaded, or anything cannot be written. File modes are kept;
+// symbolic links are followed, not replaced. Takes the project's lock unless this process holds it. To go on
+// after a save, open the projects anew: these still are what was loaded, with edits.
+[[nodiscard]] std::expected<std::vector<std::filesystem::path>, Diagnostics> Save(const Workspace& workspace,
+                                                                                  const SaveOptions& options);
+
+// Writes a complete copy of the open projects, edits included, into the folder `output`, which is made if
+// need be: project files, components, and the files that belong to them (.frx and the like, resources). The
+// sources stay untouched. The value is the files written.
+[[nodiscard]] std::expected<std::vector<std::filesystem::path>, Diagnostics> SaveCopy(
+    const Workspace& workspace, const std::filesystem::path& output, const SaveOptions& options);
+
+// Finishes or undoes what an interrupted save left around the project that `path` names. The value is a line
+// for people on each thing done; empty when there was nothing to do. Open does this by itself.
+[[nodiscard]] std::expected<std::vector<std::string>, Diagnostics> Recover(const std::filesystem::path& path);
+
+}  // namespace lintara::workspace
