@@ -18,6 +18,7 @@ constexpr TextView NumberColumn = u"       ";
 static_assert(NumberColumn.size() == transform::NumberColumnWidth);
 
 constexpr std::int64_t LargestNumber = 99999;
+constexpr std::size_t LongestLine = 1023;
 
 bool IsEmpty(const ProcedureText::Part& part) {
     return part.body.count() == 0;
@@ -61,6 +62,7 @@ std::expected<bool, Skip> GuardedInsertion::Insert(const EditTarget& target, con
             numbered = true;
             RequireFiveDigits(target, group, part);
             RemarkLimit(group, part, report);
+            RemarkLongLines(target, part, report);
         }
     }
     return removedFirst_ ? before_.Differs(target.module) : numbered;
@@ -252,7 +254,24 @@ void GuardedInsertion::RemarkLimit(const ProcedureGroup& group, const Part& part
     report.remarks.push_back({"numbering-limit", line,
                               "numbers of " + std::string(KindWord(group)) + " " + Printable(group.name) +
                                   " end ahead of line " + std::to_string(line.value()) +
-                                  ", where they would leave the range that a line number may have"});
+                                  ", where the library stops numbering"});
+}
+
+void GuardedInsertion::RemarkLongLines(const EditTarget& target, const Part& part, ComponentReport& report) {
+    Line line = part.body.begin;
+    for (const Text& original : text_.body(part)) {
+        const bool fitted = original.size() <= LongestLine;
+        if (fitted && original.size() + transform::NumberColumnWidth > LongestLine) {
+            target.module.ReadLine(line, current_);
+            if (current_.size() > LongestLine) {
+                report.remarks.push_back({"line-too-long", line,
+                                          target.Place(line) + " is longer now than the " +
+                                              std::to_string(LongestLine) +
+                                              " characters that the IDE accepts; split it"});
+            }
+        }
+        ++line;
+    }
 }
 
 void GuardedInsertion::Undo(const EditTarget& target) {

@@ -47,6 +47,8 @@ class GuardedInsertion {
     [[nodiscard]] bool Settle(const EditTarget& target, const Part& part);
     void RequireFiveDigits(const EditTarget& target, const ProcedureGroup& group, const Part& part);
     void RemarkLimit(const ProcedureGroup& group, const Part& part, ComponentReport& report) const;
+    // Lines that fitted into what the IDE accepts, and no longer do.
+    void RemarkLongLines(const EditTarget& target, const Part& part, ComponentReport& report);
     void Undo(const EditTarget& target);
 
     // The number that stands in front of the line now.

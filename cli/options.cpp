@@ -4,10 +4,13 @@
 #include "cli/near_names.h"
 #include "cli/option_values.h"
 #include "cli/terminal_text.h"
+#include "workspace/characters.h"
 #include "workspace/encoding.h"
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <system_error>
 
 #include <CLI/CLI.hpp>
 
@@ -107,7 +110,7 @@ void AddSaving(CLI::App& app, RawOptions& raw) {
     app.add_option("-o,--output", raw.output, "Write a complete copy with the edits into DIR")
         ->type_name("DIR")
         ->group(group);
-    app.add_option("--backup", raw.backup, "Keep each original beside its file, as NAME + SUFFIX")
+    app.add_option("--backup", raw.backup, "Keep each original as NAME + SUFFIX, in place of an older one")
         ->type_name("SUFFIX")
         ->group(group);
     AddWait(app, raw, group);
@@ -249,9 +252,21 @@ void CheckEmptyTexts(const CLI::App& app) {
     }
 }
 
+// What a project file names lies beside the file itself, not beside a link to it.
+std::filesystem::path WithoutProjectLink(const std::filesystem::path& path) {
+    const Text extension = workspace::FromUtf8(path.extension().string());
+    const bool isProject = workspace::SameName(extension, u".vbp") || workspace::SameName(extension, u".vbg");
+    std::error_code error;
+    if (!isProject || !std::filesystem::is_symlink(path, error)) {
+        return path;
+    }
+    std::filesystem::path file = std::filesystem::canonical(path, error);
+    return error ? path : file;
+}
+
 Options CheckedOptions(const RawOptions& raw) {
     Options options = raw.options;
-    options.path = raw.path;
+    options.path = WithoutProjectLink(raw.path);
     if (!raw.wait.empty()) {
         options.edit.waitSeconds = ValueOrThrow(ParseSeconds("--wait", raw.wait));
     }

@@ -112,7 +112,8 @@ class DiffWriter {
 
     // Writes the line without its ending, which is returned.
     std::string_view WriteText(std::string_view line) {
-        if (encoding_.unitSize() != 1 || !IsAscii(line)) {
+        // For a program the diff holds the file's own bytes, so that it can be applied.
+        if (encoding_.unitSize() != 1 || (style_.printable && !IsAscii(line))) {
             encoding_.Decode(line, decoded_);
             utf8_ = workspace::ToUtf8(decoded_);
             line = utf8_;

@@ -19,8 +19,8 @@ namespace lintara::transform {
 // How far numbering shifts a line, and how many characters removal takes off: a five-digit number and ": ".
 inline constexpr std::int32_t NumberColumnWidth = 7;
 
-// No number is written at or beyond this offset from the base. With the usual base of 10000 it keeps the
-// numbers below 65535, the highest that a line may have.
+// No number is written at or beyond this offset from the base, whatever the base is. With the usual base of
+// 10000 it keeps the numbers below 65535.
 inline constexpr std::int32_t NumberOffsetLimit = 55535;
 
 // Numbers the procedure: the line at offset n from the first body line gets base + n * step. A negative step

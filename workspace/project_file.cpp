@@ -90,6 +90,23 @@ FileEntry ComponentEntry(const ComponentKey& key, TextView value, std::int64_t l
     return entry;
 }
 
+// The type library that a reference names, "*\\G{guid}#version#lcid#path#title", where it lies below the
+// project's folder; others belong to the machine.
+TextView OwnTypeLibrary(TextView reference) {
+    constexpr int fieldsAheadOfPath = 3;
+    for (int i = 0; i < fieldsAheadOfPath; ++i) {
+        const std::size_t separator = reference.find(u'#');
+        if (separator == TextView::npos) {
+            return {};
+        }
+        reference.remove_prefix(separator + 1);
+    }
+    const TextView path = reference.substr(0, reference.find(u'#'));
+    const bool leadsElsewhere =
+        path.starts_with(u'\\') || path.find(u':') != TextView::npos || path.find(u"..") != TextView::npos;
+    return leadsElsewhere ? TextView() : path;
+}
+
 }  // namespace
 
 std::expected<ProjectFile, Diagnostic> ParseProjectFile(const std::filesystem::path& path,
@@ -105,6 +122,9 @@ std::expected<ProjectFile, Diagnostic> ParseProjectFile(const std::filesystem::p
             if (SameName(key, other) && !Unquoted(value).empty()) {
                 project.others.push_back({line, {}, {}, ToUtf8(Unquoted(value))});
             }
+        }
+        if (SameName(key, u"Reference") && !OwnTypeLibrary(value).empty()) {
+            project.others.push_back({line, {}, {}, ToUtf8(OwnTypeLibrary(value))});
         }
         if (SameName(key, u"Name") && project.name.empty()) {
             project.name = Unquoted(value);

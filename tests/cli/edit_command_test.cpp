@@ -146,6 +146,25 @@ TEST_F(EditCommand, PatchAppliesTheDiff) {
     EXPECT_EQ(stock, test.Read("lib/Stock.bas"));
 }
 
+TEST_F(EditCommand, TheDiffHoldsTheBytesOfTheFile) {
+    test.Write("Texts.bas", "Public Sub Greet()\r\n    MsgBox \"Gr\xfc\xdf Gott\"\r\nEnd Sub\r\n");
+    const Outcome shown = test.Run("insert @Texts.bas --line-numbers --diff");
+    EXPECT_THAT(shown.out, HasSubstr("\r\n+10000:     MsgBox \"Gr\xfc\xdf Gott\"\r\n"));
+    test.outIsTerminal = true;
+    test.wantsColor = false;
+    EXPECT_THAT(test.Run("insert @Texts.bas --line-numbers --diff").out,
+                HasSubstr("\n+10000:     MsgBox \"Gr\xc3\xbc\xc3\x9f Gott\"\n"));
+}
+
+TEST_F(EditCommand, AProjectIsTheSameThroughALink) {
+    std::filesystem::create_directory(test.Path("links"));
+    std::filesystem::create_symlink(test.Path("Shop.vbp"), test.Path("links/Here.vbp"));
+    const Outcome outcome = test.Run("insert @links/Here.vbp --line-numbers");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("Numbered 3 procedures in 2 files"));
+    EXPECT_TRUE(std::filesystem::is_symlink(test.Path("links/Here.vbp")));
+}
+
 TEST_F(EditCommand, OutputWritesACopyAndLeavesTheSources) {
     const Outcome outcome = test.Run("insert @Shop.vbp --line-numbers --output @out/numbered");
     EXPECT_EQ(outcome.status, 0);

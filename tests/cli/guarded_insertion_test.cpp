@@ -407,6 +407,16 @@ TEST(InsertionGuards, LinesBeyondTheLimitComeBackOnRemoval) {
     EXPECT_EQ(module.Bytes(), module.OriginalBytes());
 }
 
+TEST(InsertionGuards, LinesThatBecomeTooLongForTheIdeAreRemarked) {
+    const auto lineOf = [](std::size_t length) { return "x = " + std::string(length - 4, '1'); };
+    EditedModule module("Sub A()\n" + lineOf(1016) + "\n" + lineOf(1017) + "\n" + lineOf(1024) +
+                        "\nEnd Sub\n");
+    const ComponentReport report = module.Insert({});
+    ASSERT_EQ(report.remarks.size(), 1U);
+    EXPECT_EQ(report.remarks[0].code, "line-too-long");
+    EXPECT_EQ(report.remarks[0].at, Line(3));
+}
+
 TEST(InsertionGuards, AStepThatLeavesOneNumberIsSkippedWhereRemovalWouldHarm) {
     EditedModule deep(LongProcedure(3, "          x = 1"));
     EXPECT_THAT(SkippedIn(deep.Insert({.step = 60000})), ElementsAre("numbering-limit A"));

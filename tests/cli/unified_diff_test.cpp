@@ -77,8 +77,12 @@ TEST(UnifiedDiff, KeepsLineEndingsForPatch) {
               "--- a/A.bas\n+++ b/A.bas\n@@ -1,2 +1,2 @@\n a\r\n-b\r\n+c\r\n");
 }
 
-TEST(UnifiedDiff, DecodesLines) {
-    EXPECT_THAT(Diff("\xe4\n", "\xf6\n"), HasSubstr("-ä\n+ö\n"));
+TEST(UnifiedDiff, HoldsTheFilesOwnBytesAndIsReadableOnATerminal) {
+    EXPECT_THAT(Diff("\xe4\n", "\xf6\n"), HasSubstr("-\xe4\n+\xf6\n"));
+    EXPECT_THAT(Diff("\xe4\n", "\xf6\n", {.color = false, .printable = true}), HasSubstr("-ä\n+ö\n"));
+}
+
+TEST(UnifiedDiff, DecodesUtf16) {
     using namespace std::string_view_literals;
     EXPECT_THAT(Diff("a\0\r\0\n\0"sv, "b\0\r\0\n\0"sv, {}, "utf-16le"), HasSubstr("-a\r\n+b\r\n"));
 }

@@ -50,10 +50,21 @@ TEST(ProjectFile, NamesItsComponentsInOrder) {
     EXPECT_EQ(Lines(file.components),
               (Expected{"4 modMain|src\\modMain.bas", "5 CInvoice|CInvoice.cls", "6 |frmMain.frm",
                         "7 |ctl.ctl", "8 |page.pag", "9 |doc.dob", "10 |de.Dsr"}));
-    EXPECT_EQ(Lines(file.others), (Expected{"11 |res\\app.res", "12 |..\\read me.txt"}));
+    EXPECT_EQ(Lines(file.others), (Expected{"2 |stdole2.tlb", "11 |res\\app.res", "12 |..\\read me.txt"}));
     EXPECT_EQ(file.components[0].type, ComponentType::Module);
     EXPECT_EQ(file.components[1].type, ComponentType::Class);
     EXPECT_EQ(file.components[6].type, ComponentType::Designer);
+}
+
+TEST(ProjectFile, OnlyTypeLibrariesOfItsOwnFolderBelongToIt) {
+    const ProjectFile file = Parsed(
+        "Reference=*\\G{0}#2.0#0#lib\\own.tlb#Own\n"
+        "Reference=*\\G{0}#2.0#0#..\\other.tlb#Other\n"
+        "Reference=*\\G{0}#2.0#0#C:\\WINDOWS\\system.dll#System\n"
+        "Reference=*\\G{0}#2.0#0#\\\\server\\share.tlb#Share\n"
+        "Reference=*\\A..\\Parent.vbp\n"
+        "Reference=\n");
+    EXPECT_EQ(Lines(file.others), Expected{"1 |lib\\own.tlb"});
 }
 
 TEST(ProjectFile, BlanksQuotesCaseAndEndingsDoNotMatter) {
