@@ -12,7 +12,9 @@ target_compile_options(lintara_options INTERFACE
 target_include_directories(lintara_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(LINTARA_SANITIZE)
     target_compile_options(lintara_options INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+        # With sanitizers GCC 12 takes members of the standard library for uninitialized that are not.
+        -Wno-maybe-uninitialized)
     target_link_options(lintara_options INTERFACE -fsanitize=address,undefined)
 endif()
 
