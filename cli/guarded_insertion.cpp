@@ -7,6 +7,7 @@
 #include "cli/terminal_text.h"
 #include "transform/line_numbers.h"
 #include "transform/line_text.h"
+#include "workspace/component_file.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>
@@ -18,7 +19,6 @@ constexpr TextView NumberColumn = u"       ";
 static_assert(NumberColumn.size() == transform::NumberColumnWidth);
 
 constexpr std::int64_t LargestNumber = 99999;
-constexpr std::size_t LongestLine = 1023;
 
 bool IsEmpty(const ProcedureText::Part& part) {
     return part.body.count() == 0;
@@ -260,13 +260,13 @@ void GuardedInsertion::RemarkLimit(const ProcedureGroup& group, const Part& part
 void GuardedInsertion::RemarkLongLines(const EditTarget& target, const Part& part, ComponentReport& report) {
     Line line = part.body.begin;
     for (const Text& original : text_.body(part)) {
-        const bool fitted = original.size() <= LongestLine;
-        if (fitted && original.size() + transform::NumberColumnWidth > LongestLine) {
+        const bool fitted = original.size() <= workspace::longestLine;
+        if (fitted && original.size() + transform::NumberColumnWidth > workspace::longestLine) {
             target.module.ReadLine(line, current_);
-            if (current_.size() > LongestLine) {
+            if (current_.size() > workspace::longestLine) {
                 report.remarks.push_back({"line-too-long", line,
                                           target.Place(line) + " is longer now than the " +
-                                              std::to_string(LongestLine) +
+                                              std::to_string(workspace::longestLine) +
                                               " characters that the IDE accepts; split it"});
             }
         }

@@ -16,9 +16,6 @@ namespace {
 
 using hostmodel::ComponentType;
 
-// The IDE itself accepts no longer line.
-constexpr std::size_t longestLine = 1023;
-
 TextView Trimmed(TextView text) {
     while (!text.empty() && IsBlank(text.front())) {
         text.remove_prefix(1);

@@ -16,6 +16,9 @@
 
 namespace lintara::workspace {
 
+// The characters that the IDE accepts in one line.
+inline constexpr std::size_t longestLine = 1023;
+
 // The kind of component that a file of that name holds, by its extension; none for other files. The head of a
 // form may tell more.
 [[nodiscard]] std::optional<hostmodel::ComponentType> ComponentTypeOf(const std::filesystem::path& path);

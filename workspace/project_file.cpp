@@ -90,7 +90,7 @@ FileEntry ComponentEntry(const ComponentKey& key, TextView value, std::int64_t l
     return entry;
 }
 
-// The type library that a reference names, "*\\G{guid}#version#lcid#path#title", where it lies below the
+// The type library that a reference names, "*\G{guid}#version#lcid#path#title", where it lies below the
 // project's folder; others belong to the machine.
 TextView OwnTypeLibrary(TextView reference) {
     constexpr int fieldsAheadOfPath = 3;
