@@ -4,8 +4,6 @@
 
 #include "base/text.h"
 
-#include <array>
-
 namespace lintara::constants {
 
 // What separates the lines inside one text.
@@ -18,6 +16,12 @@ inline constexpr TextView CustomCodeBegin =
     u"' TWCustomCode begin - please do not modify or remove this line";
 inline constexpr TextView CustomCodeEnd = u"' TWCustomCode end - please do not modify or remove this line";
 
+// The statement that leads to an error handler's label, or to none: as it is written and sought, and as the
+// IDE shows it once it has given the keyword its letter case.
+inline constexpr TextView OnErrorGoto = u"On Error Goto ";
+inline constexpr TextView CommittedOnErrorGoTo = u"On Error GoTo ";
+inline constexpr TextView NoErrorHandler = u"0";
+
 // Placeholders of code templates. Their letter case counts.
 inline constexpr TextView ProjectNamePlaceholder = u"{ProjectName}";
 inline constexpr TextView ComponentNamePlaceholder = u"{ComponentName}";
@@ -28,13 +32,6 @@ inline constexpr TextView UserNamePlaceholder = u"{UserName}";
 inline constexpr TextView DatePlaceholder = u"{Date}";
 inline constexpr TextView TimePlaceholder = u"{Time}";
 inline constexpr TextView MemberTypePlaceholder = u"{MemberType}";
-
-// In the order in which a template's placeholders are replaced.
-inline constexpr std::array Placeholders = {
-    ProjectNamePlaceholder, ComponentNamePlaceholder, MemberNamePlaceholder,
-    ControlNamePlaceholder, ComputerNamePlaceholder,  UserNamePlaceholder,
-    DatePlaceholder,        TimePlaceholder,          MemberTypePlaceholder,
-};
 
 // The words for a member's kind. "?" stands for a header that does not show the member's name.
 inline constexpr TextView SubWord = u"Sub";
@@ -64,6 +61,21 @@ inline constexpr TextView RemoveLineNumbersKey = u"RemoveEH";
 inline constexpr TextView DefaultLineNumberBase = u"10000";
 inline constexpr TextView DefaultLineNumberStep = u"5";
 inline constexpr TextView DefaultErrorHandlerLabel = u"hErr";
+// The handler that users start from, "occured" and all: line 3 shows it to the users of their programs.
+inline constexpr TextView DefaultErrorHandlerCode =
+    u"    Select Case MsgBox(\"Error \" & Err.Number & \": \" & Err.Description & vbCrLf & _\r\n"
+    u"                      \"in {ProjectName}.{ComponentName}.{MemberName}.\" & vbCrLf & _\r\n"
+    u"                      \"The error occured at line: \" & Erl, _\r\n"
+    u"                      vbAbortRetryIgnore + vbCritical, \"Error\")\r\n"
+    u"        Case vbAbort\r\n"
+    u"            Screen.MousePointer = vbDefault\r\n"
+    u"            Exit {MemberType}\r\n"
+    u"        Case vbRetry\r\n"
+    u"            Resume\r\n"
+    u"        Case vbIgnore\r\n"
+    u"            Resume Next\r\n"
+    u"    End Select\r\n";
+static_assert(DefaultErrorHandlerCode.size() == 500);
 
 // The code database: its file, with the separator that joins it to its folder, and its table.
 inline constexpr TextView CodeDatabaseFile = u"\\Assistants.mdb";

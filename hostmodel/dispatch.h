@@ -21,7 +21,8 @@ class Dispatch {
   public:
     virtual ~Dispatch() = default;
 
-    // Reads the property `name` (with `arguments` where it is indexed) or calls the method of that name.
+    // Reads the property `name` (with `arguments` where it is indexed) or calls the method of that name. The
+    // default member has the name "": collections give an item by it.
     // Fails with MemberNotSupported when there is no such member; nothing has changed then.
     [[nodiscard]] virtual Result<Value> Invoke(TextView name, std::span<const Value> arguments) = 0;
 

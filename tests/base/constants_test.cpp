@@ -2,6 +2,9 @@
 
 #include "base/text.h"
 
+#include <cstddef>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 namespace lintara::constants {
@@ -15,11 +18,51 @@ TEST(ConstantsTest, MarkerLinesAreThoseInUsersCode) {
     EXPECT_EQ(CustomCodeEnd, u"' TWCustomCode end - please do not modify or remove this line");
 }
 
-TEST(ConstantsTest, PlaceholdersStandInTheOrderOfTheirReplacement) {
-    constexpr std::array<TextView, 9> Expected = {u"{ProjectName}", u"{ComponentName}", u"{MemberName}",
-                                                  u"{ControlName}", u"{ComputerName}",  u"{UserName}",
-                                                  u"{Date}",        u"{Time}",          u"{MemberType}"};
-    EXPECT_EQ(Placeholders, Expected);
+// The letter case differs on purpose: the IDE rewrites the keyword, and what is recognised is its form.
+TEST(ConstantsTest, StatementsOnErrorsAreWrittenInOneFormAndRecognisedInAnother) {
+    EXPECT_EQ(OnErrorGoto, u"On Error Goto ");
+    EXPECT_EQ(CommittedOnErrorGoTo, u"On Error GoTo ");
+    EXPECT_EQ(NoErrorHandler, u"0");
+}
+
+TEST(ConstantsTest, PlaceholdersAreThoseInUsersTemplates) {
+    EXPECT_EQ(ProjectNamePlaceholder, u"{ProjectName}");
+    EXPECT_EQ(ComponentNamePlaceholder, u"{ComponentName}");
+    EXPECT_EQ(MemberNamePlaceholder, u"{MemberName}");
+    EXPECT_EQ(ControlNamePlaceholder, u"{ControlName}");
+    EXPECT_EQ(ComputerNamePlaceholder, u"{ComputerName}");
+    EXPECT_EQ(UserNamePlaceholder, u"{UserName}");
+    EXPECT_EQ(DatePlaceholder, u"{Date}");
+    EXPECT_EQ(TimePlaceholder, u"{Time}");
+    EXPECT_EQ(MemberTypePlaceholder, u"{MemberType}");
+}
+
+struct IndentedLine {
+    std::size_t blanks;
+    TextView code;
+};
+
+TEST(ConstantsTest, TheDefaultErrorHandlerIsTheOneThatUsersStartFrom) {
+    const std::vector<IndentedLine> expected = {
+        {4, u"Select Case MsgBox(\"Error \" & Err.Number & \": \" & Err.Description & vbCrLf & _"},
+        {22, u"\"in {ProjectName}.{ComponentName}.{MemberName}.\" & vbCrLf & _"},
+        {22, u"\"The error occured at line: \" & Erl, _"},
+        {22, u"vbAbortRetryIgnore + vbCritical, \"Error\")"},
+        {8, u"Case vbAbort"},
+        {12, u"Screen.MousePointer = vbDefault"},
+        {12, u"Exit {MemberType}"},
+        {8, u"Case vbRetry"},
+        {12, u"Resume"},
+        {8, u"Case vbIgnore"},
+        {12, u"Resume Next"},
+        {4, u"End Select"},
+    };
+    Text text;
+    for (const IndentedLine& line : expected) {
+        text.append(line.blanks, u' ').append(line.code).append(u"\r\n");
+    }
+    EXPECT_EQ(text.size(), 500U);
+    EXPECT_EQ(DefaultErrorHandlerCode, text);
 }
 
 TEST(ConstantsTest, SettingsAreThoseThatUsersHaveStored) {

@@ -1,0 +1,18 @@
+// Where a user's settings lie.
+#pragma once
+
+#include "base/text.h"
+
+#include <filesystem>
+
+namespace lintara::platform {
+
+// The folder for the settings of all programs: XDG_CONFIG_HOME where it names one from the root on, else
+// .config below HOME, else below the home folder that the system knows. Empty when there is none.
+[[nodiscard]] std::filesystem::path UserConfigFolder();
+
+// The name of an application's folder: the application's own, with everything that could lead elsewhere, or
+// that a file name cannot hold, written as %XX. Different names give different folders.
+[[nodiscard]] std::string ApplicationFolderName(TextView application);
+
+}  // namespace lintara::platform

@@ -1,0 +1,51 @@
+// The text of a settings file: a table per section, a value per key. A value is changed where it stands, so
+// that what people wrote around it stays, comments included.
+#pragma once
+
+#include "base/result.h"
+#include "base/text.h"
+
+#include <cstddef>
+#include <expected>
+#include <optional>
+#include <string>
+
+#include <toml++/toml.h>
+
+namespace lintara::platform {
+
+class TomlDocument {
+  public:
+    struct SyntaxError {
+        std::size_t line = 0;  // from 1
+        std::string message;
+    };
+
+    // Fails when `bytes` are no such text: cut off, in another encoding, or not text at all.
+    [[nodiscard]] static std::expected<TomlDocument, SyntaxError> Parse(std::string bytes);
+
+    // The value as text; nullopt when it is absent. What a person wrote as a number, truth value or date is
+    // its text, 5 or true. Fails when there is a list or a table.
+    [[nodiscard]] Result<std::optional<Text>> Find(TextView section, TextView key) const;
+
+    // The text of the file in which `key` has that value and all others have what they had. Comments stay,
+    // unless people wrote the section in a way that leaves no place for another key (as an inline table, or
+    // by dotted keys): then the file is written anew, without comments. Fails when something that is no
+    // table bears the section's name.
+    [[nodiscard]] Result<std::string> With(TextView section, TextView key, TextView value) const;
+
+    TomlDocument(TomlDocument&&) noexcept = default;
+    TomlDocument& operator=(TomlDocument&&) noexcept = default;
+    // Values that are copied no longer know where they stand.
+    TomlDocument(const TomlDocument&) = delete;
+    TomlDocument& operator=(const TomlDocument&) = delete;
+    ~TomlDocument() = default;
+
+  private:
+    TomlDocument(std::string bytes, toml::table table) : bytes_(std::move(bytes)), table_(std::move(table)) {}
+
+    std::string bytes_;
+    toml::table table_;
+};
+
+}  // namespace lintara::platform

@@ -1,0 +1,61 @@
+// The settings store of systems without one of their own: a file per user and application that people can
+// read and edit, `settings.toml` in the application's folder, with a table per section and a string per key.
+//
+// Several processes may use it at once: each reads the file as it is, and one after the other changes it. It
+// is never half written. A file that is damaged counts as empty; the first Save keeps it as
+// `settings.toml.bad` before it puts a new one in its place, and Find alone changes nothing on the disk. The
+// file's layout is described in toml_document.h and settings_text.h.
+#pragma once
+
+#include "base/settings_store.h"
+#include "platform/toml_document.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <string>
+
+namespace lintara::platform {
+
+// What a person should know about a settings file.
+struct SettingsNotice {
+    std::filesystem::path file;
+    std::size_t line = 0;  // from 1; 0 when it is about the whole file
+    std::string text;      // without the path: "cannot be read: Permission denied"
+    bool isError = false;  // the call fails; else it is a warning
+
+    friend auto operator<=>(const SettingsNotice&, const SettingsNotice&) = default;
+};
+
+class TomlSettings final : public SettingsStore {
+  public:
+    using NoticeSink = std::function<void(const SettingsNotice&)>;
+
+    // `configFolder` is the one that UserConfigFolder() tells; when it is empty, every call fails. `notify`
+    // hears of each matter once.
+    explicit TomlSettings(std::filesystem::path configFolder, NoticeSink notify = {});
+
+    // Fails when there is a file that cannot be read, or something else than a file.
+    [[nodiscard]] Result<std::optional<Text>> Find(SettingName name) override;
+
+    // Makes the file and its folders when there are none. Fails, and leaves the earlier value, when the file
+    // can be neither read nor written, or when another process is writing it for seconds.
+    [[nodiscard]] Result<void> Save(SettingName name, TextView value) override;
+
+    // Where the settings of that application lie.
+    [[nodiscard]] std::filesystem::path FileOf(TextView application) const;
+
+  private:
+    [[nodiscard]] std::unexpected<HostError> Fail(const std::filesystem::path& file, std::string text,
+                                                  std::string_view reason);
+    void NotifyOfDamage(const std::filesystem::path& file, const TomlDocument::SyntaxError& error,
+                        const std::filesystem::path& kept);
+    void Notify(SettingsNotice notice);
+
+    std::filesystem::path configFolder_;
+    NoticeSink notify_;
+    std::set<SettingsNotice> told_;
+};
+
+}  // namespace lintara::platform
