@@ -9,6 +9,7 @@
 #pragma once
 
 #include "base/text.h"
+#include "base/utf8.h"
 
 #include <cstddef>
 #include <expected>
@@ -62,8 +63,8 @@ struct ByteOrderMark {
 };
 [[nodiscard]] std::optional<ByteOrderMark> DetectByteOrderMark(std::string_view bytes);
 
-// UTF-8 at the edges: paths, terminals, JSON. Invalid bytes and unpaired surrogates become U+FFFD.
-[[nodiscard]] Text FromUtf8(std::string_view bytes);
-[[nodiscard]] std::string ToUtf8(TextView text);
+// Whoever has to do with encodings needs these, too.
+using lintara::FromUtf8;
+using lintara::ToUtf8;
 
 }  // namespace lintara::workspace

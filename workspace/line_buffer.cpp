@@ -72,6 +72,7 @@ void LineBuffer::SplitLines(std::size_t codeBegin) {
                 } else {
                     records.back().tailSize +=
                         static_cast<std::uint32_t>(raw.next - raw.begin) & tailSizeMask;
+                    hiddenBehind_.push_back(records.back().origin);
                 }
                 continue;
             }
@@ -80,6 +81,7 @@ void LineBuffer::SplitLines(std::size_t codeBegin) {
         record.data = bytes.data();
         record.textSize = static_cast<std::uint32_t>(bytes.size());
         record.tailSize = static_cast<std::uint32_t>(raw.next - raw.end) & tailSizeMask;
+        record.origin = static_cast<std::int32_t>(records.size()) + 1;
         Count(record, 1);
         records.push_back(record);
     }
@@ -123,6 +125,7 @@ void LineBuffer::Replace(Line line, TextView text) {
     const Record old = At(line);
     Record record = MakeRecord(text, old.tail());
     record.bare = old.bare;
+    record.origin = old.origin;
     Count(old, -1);
     Count(record, 1);
     At(line) = record;
@@ -284,20 +287,33 @@ std::optional<Line> LineBuffer::FirstUnencodable() const {
     return std::nullopt;
 }
 
+std::int64_t LineBuffer::CountBreaks(std::string_view bytes) const {
+    std::int64_t lines = 0;
+    for (std::size_t at = 0; at < bytes.size(); ++lines) {
+        at = NextRawLine(bytes, at, *encoding_).next;
+    }
+    return lines;
+}
+
+std::int64_t LineBuffer::HeadLines() const {
+    if (headLines_ < 0) {
+        headLines_ = CountBreaks({file_.data() + markSize_, prefixSize_ - markSize_});
+    }
+    return headLines_;
+}
+
 std::int64_t LineBuffer::FileLine(Line line) const {
-    const auto breaks = [&](std::string_view bytes) {
-        std::int64_t lines = 0;
-        for (std::size_t at = 0; at < bytes.size(); ++lines) {
-            at = NextRawLine(bytes, at, *encoding_).next;
-        }
-        return lines;
-    };
-    std::int64_t result = 1 + breaks({file_.data() + markSize_, prefixSize_ - markSize_});
+    std::int64_t result = 1 + HeadLines();
     for (Line before{1}; before < line; ++before) {
         const std::string_view tail = At(before).tail();
-        result += tail.empty() ? 1 : breaks(tail);
+        result += tail.empty() ? 1 : CountBreaks(tail);
     }
     return result;
+}
+
+std::int64_t LineBuffer::OriginalFileLine(Line origin) const {
+    const auto hidden = std::ranges::lower_bound(hiddenBehind_, origin.value()) - hiddenBehind_.begin();
+    return HeadLines() + origin.value() + hidden;
 }
 
 }  // namespace lintara::workspace

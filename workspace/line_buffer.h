@@ -49,8 +49,13 @@ class LineBuffer {
 
     // The first line that its encoding cannot write.
     [[nodiscard]] std::optional<Line> FirstUnencodable() const;
-    // The physical line of the file, from 1, on which `line` stands. Counts, so it is not for every line.
+    // The physical line of the file, from 1, on which `line` stands now. Counts, so it is not for every line.
     [[nodiscard]] std::int64_t FileLine(Line line) const;
+
+    // Which line `line` was before any edit: 0 for an inserted one.
+    [[nodiscard]] Line OriginOf(Line line) const { return Line{At(line).origin}; }
+    // The physical line of the file, from 1, on which a line stood before any edit.
+    [[nodiscard]] std::int64_t OriginalFileLine(Line origin) const;
 
   private:
     enum class Ending : unsigned char { CrLf, Lf, Cr };
@@ -62,6 +67,7 @@ class LineBuffer {
         std::uint32_t bare : 1 = 0;         // its tail does not end in a line ending
         std::uint32_t edited : 1 = 0;       // lies in the arena
         std::uint32_t unencodable : 1 = 0;  // its text is in the encoding of memory
+        std::int32_t origin = 0;            // the line that it was at first; 0: it was inserted
 
         [[nodiscard]] std::string_view text() const { return {data, textSize}; }
         [[nodiscard]] std::string_view tail() const { return {data + textSize, tailSize}; }
@@ -86,6 +92,8 @@ class LineBuffer {
     [[nodiscard]] const Record& At(Line line) const { return records_[Index(line)]; }
 
     void SplitLines(std::size_t codeBegin);
+    [[nodiscard]] std::int64_t CountBreaks(std::string_view bytes) const;
+    [[nodiscard]] std::int64_t HeadLines() const;
     void NoteHeadEnding();
     [[nodiscard]] Record MakeRecord(TextView text, std::string_view tail);
     [[nodiscard]] std::optional<Ending> EndingOf(std::string_view tail) const;
@@ -110,6 +118,8 @@ class LineBuffer {
     Arena arena_;
     std::size_t arenaLive_ = 0;  // bytes of the arena that records use
     std::int32_t unencodable_ = 0;
+    std::vector<std::int32_t> hiddenBehind_;  // for each hidden line of the file, the shown one above it
+    mutable std::int64_t headLines_ = -1;  // physical lines ahead of the first shown one; -1: not counted yet
     bool edited_ = false;
     std::string scratch_;
 };

@@ -110,7 +110,8 @@ Line Module::Parts::StartOf(std::size_t procedure) const {
 
 ProcedureInfo Module::Parts::InfoOf(std::size_t procedure) const {
     ProcedureIndex::Procedure entry = procedures[procedure];
-    return {.name = std::move(entry.name),
+    return {.number = procedure,
+            .name = std::move(entry.name),
             .kind = entry.kind,
             .isFunction = entry.extent.word == ProcedureWord::Function,
             .start = StartOf(procedure),
@@ -360,6 +361,14 @@ std::vector<ProcedureInfo> Module::Procedures() const {
     return procedures;
 }
 
+std::size_t Module::CountOfProcedures() const {
+    return parts_->procedures.size();
+}
+
+ProcedureInfo Module::Procedure(std::size_t number) const {
+    return parts_->InfoOf(number);
+}
+
 std::optional<ProcedureInfo> Module::ProcedureAt(Line line) const {
     const auto procedure = parts_->ProcedureAt(line);
     return procedure ? std::optional(parts_->InfoOf(*procedure)) : std::nullopt;
@@ -424,6 +433,14 @@ std::optional<Unencodable> Module::FirstUnencodable() const {
 
 std::int64_t Module::FileLine(Line line) const {
     return parts_->lines.FileLine(line);
+}
+
+Line Module::OriginOf(Line line) const {
+    return parts_->lines.OriginOf(line);
+}
+
+std::int64_t Module::OriginalFileLine(Line origin) const {
+    return parts_->lines.OriginalFileLine(origin);
 }
 
 const Encoding& Module::encoding() const {

@@ -28,7 +28,8 @@ namespace lintara::workspace {
 
 // A procedure as the procedure index knows it.
 struct ProcedureInfo {
-    Text name;  // as its header writes it
+    std::size_t number = 0;  // how many procedures stand above it in the module
+    Text name;               // as its header writes it
     hostmodel::MemberKind kind = hostmodel::MemberKind::vbext_pk_Proc;
     bool isFunction = false;  // tells Function from Sub
     Line start;               // first line of its block: what stands above the header is its own
@@ -80,6 +81,9 @@ class Module {
 
     // All procedures, in order of appearance.
     [[nodiscard]] std::vector<ProcedureInfo> Procedures() const;
+    [[nodiscard]] std::size_t CountOfProcedures() const;
+    // The procedure of that number as it stands now; the number must be below the count.
+    [[nodiscard]] ProcedureInfo Procedure(std::size_t number) const;
     // The procedure whose block holds `line`; none in the declarations and outside the module.
     [[nodiscard]] std::optional<ProcedureInfo> ProcedureAt(Line line) const;
     // The member list of the IDE: declarations, then procedures, a property once.
@@ -102,8 +106,13 @@ class Module {
     void AppendCurrentBytes(std::string& bytes) const;
     // The first character that a save could not write; then the file must stay as it is.
     [[nodiscard]] std::optional<Unencodable> FirstUnencodable() const;
-    // The physical line of the file, from 1, on which the shown line stands; hidden lines count here.
+    // The physical line of the file, from 1, on which the shown line stands now; hidden lines count here.
+    // It counts them, so it is not for every line.
     [[nodiscard]] std::int64_t FileLine(Line line) const;
+    // Which shown line `line`, which exists, was before any edit; 0 for one that was inserted.
+    [[nodiscard]] Line OriginOf(Line line) const;
+    // The physical line of the file on which a shown line stood before any edit. Cheap.
+    [[nodiscard]] std::int64_t OriginalFileLine(Line origin) const;
     [[nodiscard]] const Encoding& encoding() const;
 
   private:

@@ -1,12 +1,7 @@
 #include "workspace/object_model.h"
 
-#include "workspace/encoding.h"
-
 #include <algorithm>
-#include <array>
-#include <pwd.h>
 #include <span>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -30,6 +25,10 @@ std::unexpected<HostError> NotSupported() {
 
 std::unexpected<HostError> NoHistory() {
     return Failure(ErrorNumber::ObjectNotSet, "there is no history without its window");
+}
+
+Result<Text> NoIdentity() {
+    return Failure(ErrorNumber::ObjectNotSet, "nobody tells the names of the computer and the user");
 }
 
 // Counts itself among the handles that are alive.
@@ -336,7 +335,8 @@ class VBEHandle : public hostmodel::VBE {
 
 }  // namespace
 
-WorkspaceGlobals::WorkspaceGlobals(Workspace& workspace) : workspace_(&workspace) {}
+WorkspaceGlobals::WorkspaceGlobals(Workspace& workspace, std::shared_ptr<Identity> identity)
+    : workspace_(&workspace), identity_(std::move(identity)) {}
 
 std::size_t WorkspaceGlobals::liveHandles() const {
     return *liveHandles_;
@@ -348,24 +348,14 @@ Result<std::shared_ptr<hostmodel::VBE>> WorkspaceGlobals::VBE() {
 
 Result<Text> WorkspaceGlobals::ComputerName() {
     if (!computerName_) {
-        std::array<char, 256> name{};
-        if (gethostname(name.data(), name.size() - 1) != 0) {
-            return Failure(ErrorNumber::HostFailure, "the computer has no name");
-        }
-        computerName_ = FromUtf8(name.data());
+        return identity_ == nullptr ? NoIdentity() : identity_->ComputerName();
     }
     return *computerName_;
 }
 
 Result<Text> WorkspaceGlobals::UserName() {
     if (!userName_) {
-        passwd entry{};
-        passwd* found = nullptr;
-        std::array<char, 4096> buffer{};
-        if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr) {
-            return Failure(ErrorNumber::HostFailure, "the user has no name");
-        }
-        userName_ = FromUtf8(found->pw_name);
+        return identity_ == nullptr ? NoIdentity() : identity_->UserName();
     }
     return *userName_;
 }

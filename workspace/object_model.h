@@ -3,6 +3,7 @@
 // The handles are views of the workspace's data: they are valid while the project that they show is open.
 #pragma once
 
+#include "base/identity.h"
 #include "base/text.h"
 #include "hostmodel/globals.h"
 #include "hostmodel/vbe.h"
@@ -17,9 +18,10 @@ namespace lintara::workspace {
 // `Globals` over a workspace. The history members fail: they are those of the window that uses them.
 class WorkspaceGlobals : public hostmodel::Globals {
   public:
-    explicit WorkspaceGlobals(Workspace& workspace);
+    // `identity` tells the names of computer and user; without it, reading a name that was not set fails.
+    explicit WorkspaceGlobals(Workspace& workspace, std::shared_ptr<Identity> identity = nullptr);
 
-    // Replaces the machine's own names.
+    // Names that win over those of the identity.
     void SetComputerName(Text name) { computerName_ = std::move(name); }
     void SetUserName(Text name) { userName_ = std::move(name); }
 
@@ -48,6 +50,7 @@ class WorkspaceGlobals : public hostmodel::Globals {
 
   private:
     Workspace* workspace_;
+    std::shared_ptr<Identity> identity_;
     std::shared_ptr<std::size_t> liveHandles_ = std::make_shared<std::size_t>(0);
     std::optional<Text> computerName_;
     std::optional<Text> userName_;

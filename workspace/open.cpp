@@ -34,15 +34,11 @@ struct Loaded {
     std::optional<Diagnostic> error;
 };
 
-void Load(const EncodingPtr& codePage, Loaded& loaded) {
+// Reads the component in `bytes`, the content of the planned file.
+void Parse(const EncodingPtr& codePage, std::string bytes, Loaded& loaded) {
     const fs::path& path = loaded.plan->path;
-    auto content = ReadFile(path);
-    if (!content) {
-        loaded.error = Diagnostic{path, 0, std::move(content.error())};
-        return;
-    }
     const auto type = ComponentTypeOf(path).value_or(loaded.plan->entry.type);
-    auto file = ParseComponentFile(path, type, content->bytes, codePage);
+    auto file = ParseComponentFile(path, type, bytes, codePage);
     if (!file) {
         loaded.error = std::move(file.error());
         return;
@@ -58,11 +54,23 @@ void Load(const EncodingPtr& codePage, Loaded& loaded) {
     }
     component->type = file->type;
     component->path = path;
-    component->identity = content->identity;
     component->designer = std::move(file->designer);
     component->module =
-        std::make_unique<Module>(std::move(content->bytes), file->codeBegin, std::move(file->encoding));
+        std::make_unique<Module>(std::move(bytes), file->codeBegin, std::move(file->encoding));
     loaded.component = std::move(component);
+}
+
+void Load(const EncodingPtr& codePage, Loaded& loaded) {
+    const fs::path& path = loaded.plan->path;
+    auto content = ReadFile(path);
+    if (!content) {
+        loaded.error = Diagnostic{path, 0, std::move(content.error())};
+        return;
+    }
+    Parse(codePage, std::move(content->bytes), loaded);
+    if (loaded.component) {
+        loaded.component->identity = content->identity;
+    }
 }
 
 bool ChangedSince(const Component& component) {
@@ -111,6 +119,7 @@ class Opener {
 
     Diagnostics& errors() { return errors_; }
     Diagnostics& warnings() { return warnings_; }
+    [[nodiscard]] const Diagnostics& unreadable() const { return unreadable_; }
 
   private:
     void LoadAll();
@@ -125,6 +134,7 @@ class Opener {
     std::vector<Loaded> loaded_;  // in the order of the plan
     Diagnostics errors_;
     Diagnostics warnings_;
+    Diagnostics unreadable_;  // of components that are left out
 };
 
 void Opener::LoadAll() {
@@ -143,7 +153,9 @@ void Opener::LoadAll() {
         });
     for (Loaded& each : loaded_) {
         std::ranges::move(each.warnings, std::back_inserter(warnings_));
-        if (each.error) {
+        if (each.error && options_.unreadable) {
+            unreadable_.push_back(*each.error);
+        } else if (each.error) {
             errors_.push_back(*each.error);
         }
     }
@@ -186,7 +198,11 @@ void Opener::AddAll() {
         const PlannedProject& planned = plan_.projects[i];
         auto project = std::make_unique<Project>(planned.name, planned.path);
         for (std::size_t count = planned.components.size(); count > 0; --count, ++next) {
-            project->Add(std::move(next->component));
+            if (next->component) {
+                project->Add(std::move(next->component));
+            } else {
+                project->AddOtherFile(next->plan->path);
+            }
         }
         for (const fs::path& file : planned.otherFiles) {
             project->AddOtherFile(file);
@@ -200,6 +216,7 @@ void Opener::AddAll() {
 
 Opener::Outcome Opener::TryOpen(const fs::path& path) {
     errors_.clear();
+    unreadable_.clear();
     auto plan = PlanProjects(path, options_);
     if (!plan) {
         errors_ = std::move(plan.error());
@@ -250,6 +267,8 @@ std::expected<Diagnostics, Diagnostics> Open(Workspace& workspace, const fs::pat
         }
         switch (opener.TryOpen(path)) {
             case Opener::Outcome::Opened:
+                std::ranges::for_each(opener.unreadable(),
+                                      [&](const Diagnostic& problem) { options.unreadable(problem); });
                 std::ranges::move(opener.warnings(), std::back_inserter(recovered));
                 return recovered;
             case Opener::Outcome::Failed:
@@ -260,6 +279,26 @@ std::expected<Diagnostics, Diagnostics> Open(Workspace& workspace, const fs::pat
     }
     return std::unexpected(
         Diagnostics{{path, 0, "its files are being changed by another program; try again when it is done"}});
+}
+
+std::expected<Diagnostics, Diagnostics> OpenBytes(Workspace& workspace, const fs::path& name,
+                                                  std::string bytes, const OpenOptions& options) {
+    if (!ComponentTypeOf(name)) {
+        return std::unexpected(
+            Diagnostics{{name, 0,
+                         "is no name of a component; its ending tells the kind: .bas, .cls, "
+                         ".frm, .ctl, .pag, .dob or .dsr"}});
+    }
+    const PlannedComponent plan{.path = name, .entry = {}};
+    Loaded loaded{&plan, nullptr, {}, std::nullopt};
+    Parse(options.codePage ? options.codePage : DefaultEncoding(), std::move(bytes), loaded);
+    if (loaded.error) {
+        return std::unexpected(Diagnostics{*std::move(loaded.error)});
+    }
+    auto project = std::make_unique<Project>(FromUtf8(name.stem().string()), name);
+    project->Add(std::move(loaded.component));
+    workspace.Add(std::move(project));
+    return std::move(loaded.warnings);
 }
 
 }  // namespace lintara::workspace

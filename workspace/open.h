@@ -16,6 +16,9 @@ struct OpenOptions {
     EncodingPtr codePage;      // for files without a byte order mark; null: windows-1252
     bool recursive = false;    // of a folder, what lies below it too
     bool skipMissing = false;  // components that the disk lacks are warnings, not an error
+    // Called for each component that cannot be read, which then is left out; its file stays one of the
+    // project's. Without this, such a component is an error.
+    std::function<void(const Diagnostic& problem)> unreadable;
     // Called now and then from the opening thread with the components read so far and all of them.
     std::function<void(std::size_t done, std::size_t total)> progress;
 };
@@ -30,5 +33,12 @@ struct OpenOptions {
 [[nodiscard]] std::expected<Diagnostics, Diagnostics> Open(Workspace& workspace,
                                                            const std::filesystem::path& path,
                                                            const OpenOptions& options);
+
+// Adds a project of the one component in `bytes`, as if they were the content of a file of that name. Nothing
+// is read from the disk, and nothing must be saved there: `name` is for its kind and for messages.
+[[nodiscard]] std::expected<Diagnostics, Diagnostics> OpenBytes(Workspace& workspace,
+                                                                const std::filesystem::path& name,
+                                                                std::string bytes,
+                                                                const OpenOptions& options);
 
 }  // namespace lintara::workspace

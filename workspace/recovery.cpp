@@ -2,6 +2,7 @@
 
 #include "workspace/parallel.h"
 #include "workspace/project_folders.h"
+#include "workspace/project_lock.h"
 #include "workspace/read_file.h"
 #include "workspace/save.h"
 

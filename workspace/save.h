@@ -1,16 +1,13 @@
 // Saving of what was edited, all or nothing: either every changed file of the workspace gets its new content,
-// or none does. New contents are written beside the originals and flushed, a journal names them, then they
-// are renamed into place. A run that was interrupted is finished or undone by the next one.
+// or none does; see workspace/replace_files.h.
 #pragma once
 
 #include "workspace/diagnostic.h"
-#include "workspace/project_lock.h"
+#include "workspace/save_options.h"
 #include "workspace/workspace.h"
 
-#include <cstddef>
 #include <expected>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,15 +21,6 @@ struct ChangedFile {
 
 // The components whose bytes differ from those that were loaded, in project order. Compared in parallel.
 [[nodiscard]] std::vector<ChangedFile> ChangedFiles(const Workspace& workspace);
-
-struct SaveOptions {
-    // Not empty: the original of every changed file is kept beside it under its name and this suffix.
-    std::string backupSuffix;
-    // Called now and then from the saving thread with the files written so far and all of them.
-    std::function<void(std::size_t done, std::size_t total)> progress;
-    // Called before each step that changes the disk, from any thread: for tests that interrupt a save.
-    std::function<void()> beforeStep;
-};
 
 // Saves in place; the value is the files written. Refused, with nothing changed, when a line cannot be
 // encoded, a file changed on disk since it was loaded, or anything cannot be written. File modes are kept;

@@ -1,7 +1,7 @@
 #include "workspace/text_file.h"
 
+#include "base/utf8.h"
 #include "workspace/raw_line.h"
-#include "workspace/unicode_encoding.h"
 
 #include <algorithm>
 #include <cstring>

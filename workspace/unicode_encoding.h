@@ -31,7 +31,4 @@ class Utf16Encoding final : public Encoding {
     bool isBigEndian_;
 };
 
-// The length of the UTF-8 sequence that `bytes` begin with, 1 to 4; 0 when they begin with none.
-[[nodiscard]] std::size_t Utf8SequenceLength(std::string_view bytes);
-
 }  // namespace lintara::workspace

@@ -11,7 +11,6 @@ namespace lintara::workspace {
 namespace {
 
 constexpr std::int32_t linesPerStretch = 4;
-constexpr std::size_t shortestWord = 3;
 constexpr std::size_t longestProbe = 32;
 
 }  // namespace
@@ -25,7 +24,7 @@ void WordIndex::CollectWords(TextView text, std::vector<Word>& words) {
             hash = std::rotl(hash, 5) ^ Fold(text[i]);
             isNumber = isNumber && IsDigit(text[i]);
         }
-        if (i - begin >= shortestWord && !isNumber) {
+        if (i > begin && !isNumber) {
             words.push_back({text.substr(begin, i - begin), hash * 0x9E3779B1U});
         }
     }

@@ -24,13 +24,14 @@ class WordIndex {
   public:
     using WordHash = std::uint32_t;
 
-    // A word worth looking for: a run of letters, digits and underscores that is no number and no shorter
-    // than three characters.
+    // A word worth looking for: a run of letters, digits and underscores that is no number.
     struct Word {
         TextView text;      // within the text that was read
         WordHash hash = 0;  // without regard to case
     };
     static void CollectWords(TextView text, std::vector<Word>& words);
+    // Whether the word is long enough to tell the lines it stands in from most others.
+    [[nodiscard]] static bool CanBeAnchor(const Word& word) { return word.text.size() >= 3; }
 
     // Reads all lines. The buffer must outlive the index.
     WordIndex(const LineBuffer& lines, TextView anchor);

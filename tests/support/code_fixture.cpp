@@ -99,6 +99,13 @@ void CodeFixture::AddComponent(TextView projectName, TextView componentName, std
     project->Add(std::move(component));
 }
 
+void CodeFixture::SetDesigner(std::vector<workspace::DesignerControl> controls,
+                              hostmodel::ComponentType type) {
+    workspace::Component& component = *workspace_->Find(ProjectName)->Find(ModuleName);
+    component.type = type;
+    component.designer = std::move(controls);
+}
+
 workspace::Module& CodeFixture::module() const {
     return *workspace_->Find(ProjectName)->Find(ModuleName)->module;
 }

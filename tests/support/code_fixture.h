@@ -16,6 +16,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lintara::support {
 
@@ -38,6 +39,10 @@ class CodeFixture {
     // Another component, not shown in a window. The project is made if need be; it does not become active.
     void AddComponent(TextView projectName, TextView componentName, std::string_view source,
                       hostmodel::ComponentType type = hostmodel::ComponentType::Module);
+
+    // Makes the module that of a component with these controls on its designer.
+    void SetDesigner(std::vector<workspace::DesignerControl> controls,
+                     hostmodel::ComponentType type = hostmodel::ComponentType::Form);
 
     void CloseCodeWindow() { workspace_->ClearActivePane(); }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/result.h"
+#include "hostmodel/dispatch.h"
 #include "hostmodel/globals.h"
 #include "hostmodel/vbe.h"
 
@@ -12,11 +13,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace lintara::support {
@@ -90,6 +93,26 @@ class Faulty : public Interface {
     FaultPlanPtr plan_;
 };
 
+// Its calls bear the names that are called, as in "Dispatch.Count"; "Dispatch." is the default member.
+class FaultyDispatch : public Faulty<hostmodel::Dispatch> {
+  public:
+    using Faulty::Faulty;
+    using Value = hostmodel::Value;
+
+    Result<Value> Invoke(TextView name, std::span<const Value> arguments) override {
+        auto result = plan_->Make("Dispatch." + std::string(name.begin(), name.end()),
+                                  [&] { return inner_->Invoke(name, arguments); });
+        using Handle = std::shared_ptr<hostmodel::Dispatch>;
+        if (const auto* object = result ? std::get_if<Handle>(&*result) : nullptr; object && *object) {
+            result = Handle(std::make_shared<FaultyDispatch>(*object, plan_));
+        }
+        return result;
+    }
+    Result<void> Put(TextView name, const Value& value) override {
+        return plan_->Make("Dispatch.Put", [&] { return inner_->Put(name, value); });
+    }
+};
+
 class FaultyMember : public Faulty<hostmodel::Member> {
   public:
     using Faulty::Faulty;
@@ -115,10 +138,7 @@ class FaultyMembers : public Faulty<hostmodel::Members> {
 class FaultyCodeModule : public Faulty<hostmodel::CodeModule> {
   public:
     using Faulty::Faulty;
-    // Above a code module nothing is wrapped: a parent that is asked for is handed through.
-    Result<std::shared_ptr<hostmodel::VBComponent>> Parent() override {
-        return plan_->Make("CodeModule.Parent", [&] { return inner_->Parent(); });
-    }
+    Result<std::shared_ptr<hostmodel::VBComponent>> Parent() override;
     Result<Text> Lines(Line startLine, std::int32_t count) override {
         return plan_->Make("CodeModule.Lines", [&] { return inner_->Lines(startLine, count); });
     }
@@ -186,9 +206,13 @@ class FaultyVBComponent : public Faulty<hostmodel::VBComponent> {
         return Wrapped<FaultyCodeModule>("VBComponent.CodeModule", [&] { return inner_->CodeModule(); });
     }
     Result<std::shared_ptr<hostmodel::Dispatch>> Designer() override {
-        return plan_->Make("VBComponent.Designer", [&] { return inner_->Designer(); });
+        return Wrapped<FaultyDispatch>("VBComponent.Designer", [&] { return inner_->Designer(); });
     }
 };
+
+inline Result<std::shared_ptr<hostmodel::VBComponent>> FaultyCodeModule::Parent() {
+    return Wrapped<FaultyVBComponent>("CodeModule.Parent", [&] { return inner_->Parent(); });
+}
 
 class FaultyVBComponents : public Faulty<hostmodel::VBComponents> {
   public:

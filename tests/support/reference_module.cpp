@@ -346,6 +346,7 @@ std::vector<ProcedureInfo> ReferenceModule::Procedures() const {
             continue;
         }
         ProcedureInfo procedure;
+        procedure.number = procedures.size();
         procedure.name = header->name;
         procedure.kind = header->kind;
         procedure.isFunction = header->word == u"Function";

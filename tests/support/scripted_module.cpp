@@ -69,48 +69,48 @@ class ScriptedCodePane : public hostmodel::CodePane {
 // The objects between the services object and the module, each of which leads to the next whatever is asked.
 class ScriptedComponent : public hostmodel::VBComponent {
   public:
-    explicit ScriptedComponent(CodeModulePtr module) : module_(std::move(module)) {}
+    explicit ScriptedComponent(std::shared_ptr<ScriptedModule> module) : module_(std::move(module)) {}
     Result<Text> Name() override { return Text(u"Component"); }
     Result<hostmodel::ComponentType> Type() override { return hostmodel::ComponentType::Module; }
     Result<CodeModulePtr> CodeModule() override { return module_; }
-    Result<std::shared_ptr<hostmodel::Dispatch>> Designer() override { return NotScripted(); }
+    Result<std::shared_ptr<hostmodel::Dispatch>> Designer() override { return module_->designer; }
 
   private:
-    CodeModulePtr module_;
+    std::shared_ptr<ScriptedModule> module_;
 };
 
 class ScriptedComponents : public hostmodel::VBComponents {
   public:
-    explicit ScriptedComponents(CodeModulePtr module) : module_(std::move(module)) {}
+    explicit ScriptedComponents(std::shared_ptr<ScriptedModule> module) : module_(std::move(module)) {}
     Result<std::shared_ptr<hostmodel::VBComponent>> Item(TextView) override {
         return std::make_shared<ScriptedComponent>(module_);
     }
 
   private:
-    CodeModulePtr module_;
+    std::shared_ptr<ScriptedModule> module_;
 };
 
 class ScriptedProject : public hostmodel::VBProject {
   public:
-    explicit ScriptedProject(CodeModulePtr module) : module_(std::move(module)) {}
+    explicit ScriptedProject(std::shared_ptr<ScriptedModule> module) : module_(std::move(module)) {}
     Result<Text> Name() override { return Text(u"Project"); }
     Result<std::shared_ptr<hostmodel::VBComponents>> VBComponents() override {
         return std::make_shared<ScriptedComponents>(module_);
     }
 
   private:
-    CodeModulePtr module_;
+    std::shared_ptr<ScriptedModule> module_;
 };
 
 class ScriptedProjects : public hostmodel::VBProjects {
   public:
-    explicit ScriptedProjects(CodeModulePtr module) : module_(std::move(module)) {}
+    explicit ScriptedProjects(std::shared_ptr<ScriptedModule> module) : module_(std::move(module)) {}
     Result<std::shared_ptr<hostmodel::VBProject>> Item(TextView) override {
         return std::make_shared<ScriptedProject>(module_);
     }
 
   private:
-    CodeModulePtr module_;
+    std::shared_ptr<ScriptedModule> module_;
 };
 
 class ScriptedVBE : public hostmodel::VBE {
@@ -141,7 +141,9 @@ class ScriptedGlobals : public hostmodel::Globals {
     Result<std::shared_ptr<hostmodel::VBE>> VBE() override { return std::make_shared<ScriptedVBE>(module_); }
     Result<Text> ComputerName() override { return NotScripted(); }
     Result<Text> UserName() override { return NotScripted(); }
-    Result<Text> TokenBefore(TextView, TextView) override { return NotScripted(); }
+    Result<Text> TokenBefore(TextView text, TextView separator) override {
+        return Ask(module_->tokenBefore, text, separator);
+    }
     Result<Text> CodeDbPath() override { return NotScripted(); }
     Result<void> SetCodeDbPath(TextView) override { return NotScripted(); }
     Result<std::shared_ptr<hostmodel::Database>> CodeDb() override { return NotScripted(); }

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "hostmodel/code_module.h"
+#include "hostmodel/dispatch.h"
 #include "hostmodel/globals.h"
 
 #include <cstdint>
@@ -34,6 +35,10 @@ class ScriptedModule : public hostmodel::CodeModule {
     // The one member that the list has, whatever its name.
     std::optional<Line> memberLocation;
     std::optional<hostmodel::MemberType> memberType;
+
+    // What the services object says, and the designer of the one component.
+    std::function<Result<Text>(TextView, TextView)> tokenBefore;
+    std::shared_ptr<hostmodel::Dispatch> designer;
 
     // The caret of the one code window, if there is one.
     std::optional<Position> caret;

@@ -256,6 +256,23 @@ TEST(HiddenLines, AreNeitherShownNorCounted) {
     EXPECT_EQ(module->FileLine(Line{2}), 4);
 }
 
+TEST(Origins, GoWithTheirLinesThroughEdits) {
+    const auto module =
+        FileOf(With({"Sub A()\r\n", Hidden, "    x = 1\r\n", "    y = 2\r\n", "End Sub\r\n"}));
+    ASSERT_TRUE(module->ReplaceLine(Line{2}, u"    x = 3"));
+    ASSERT_TRUE(module->InsertLines(Line{2}, u"    a\r\n    b"));
+    ASSERT_TRUE(module->DeleteLines(Line{5}, 1));
+    std::vector<std::int32_t> origins;
+    for (Line line{1}; line <= Line{module->CountOfLines()}; ++line) {
+        origins.push_back(module->OriginOf(line).value());
+    }
+    EXPECT_EQ(origins, (std::vector<std::int32_t>{1, 0, 0, 2, 4}));
+    EXPECT_EQ(module->OriginalFileLine(Line{1}), 1);
+    EXPECT_EQ(module->OriginalFileLine(Line{2}), 3);
+    EXPECT_EQ(module->OriginalFileLine(Line{4}), 5);
+    EXPECT_EQ(module->FileLine(Line{5}), 6);
+}
+
 TEST(HiddenLines, BeginAtColumnOneWithANameADotAndVb) {
     for (const std::string line : {"Attribute A.VB_UserMemId = 0", "Attribute \xC4_1.VB_Description = \"x\"",
                                    "Attribute A.VB_", "Attribute A.VB_x.y"}) {

@@ -309,16 +309,33 @@ TEST(Services, TokenBeforeIsThePartBeforeTheLastSeparator) {
     }
 }
 
-TEST(Services, ComputerAndUserAreTheMachinesUnlessSet) {
+class KnownIdentity : public Identity {
+  public:
+    Result<Text> ComputerName() override { return u"SERVER"; }
+    Result<Text> UserName() override { return u"Grace"; }
+};
+
+TEST(Services, ComputerAndUserAreTheIdentitysUnlessSet) {
     Workspace workspace;
-    WorkspaceGlobals globals(workspace);
-    EXPECT_FALSE(globals.ComputerName().value_or(Text()).empty());
+    WorkspaceGlobals globals(workspace, std::make_shared<KnownIdentity>());
+    EXPECT_EQ(globals.ComputerName(), u"SERVER");
+    EXPECT_EQ(globals.UserName(), u"Grace");
     globals.SetComputerName(u"DESK");
     globals.SetUserName(u"Ada");
     EXPECT_EQ(globals.ComputerName(), u"DESK");
     EXPECT_EQ(globals.UserName(), u"Ada");
     globals.SetUserName(u"");
     EXPECT_EQ(globals.UserName(), u"");
+}
+
+TEST(Services, WithoutAnIdentityOnlyNamesThatWereSetAreKnown) {
+    Workspace workspace;
+    WorkspaceGlobals globals(workspace);
+    EXPECT_FALSE(globals.ComputerName());
+    EXPECT_FALSE(globals.UserName());
+    globals.SetComputerName(u"DESK");
+    EXPECT_EQ(globals.ComputerName(), u"DESK");
+    EXPECT_FALSE(globals.UserName());
 }
 
 class NoDatabase : public hostmodel::Database {

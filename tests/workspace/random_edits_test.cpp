@@ -128,7 +128,7 @@ Text RandomText(Random& random) {
 }
 
 auto Fields(const ProcedureInfo& p) {
-    return std::tuple(ToUtf8(p.name), p.kind, p.isFunction, p.start.value(), p.header.value(),
+    return std::tuple(p.number, ToUtf8(p.name), p.kind, p.isFunction, p.start.value(), p.header.value(),
                       p.bodyBegin.value(), p.closing.value(), p.closed);
 }
 

@@ -208,11 +208,20 @@ void CheckWritten(const Module& module, const std::vector<Segment>& lines, const
     }
 }
 
+// Of a module that was not edited yet.
+void CheckOrigins(const Module& module) {
+    for (Line line{1}; line <= Line{module.CountOfLines()}; ++line) {
+        ASSERT_EQ(module.OriginOf(line), line);
+        ASSERT_EQ(module.OriginalFileLine(line), module.FileLine(line));
+    }
+}
+
 TEST(RandomFiles, WhatIsWrittenIsWhatIsShownAndTheRestIsUntouched) {
     for (std::uint64_t seed = 1; seed <= 1500; ++seed) {
         Random random(seed);
         const TestFile file = RandomFile(random);
         Module module(file.bytes, file.codeBegin, file.encoding);
+        CheckOrigins(module);
         std::string written;
         module.AppendCurrentBytes(written);
         ASSERT_EQ(written, file.bytes) << "seed " << seed;

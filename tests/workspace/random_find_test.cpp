@@ -199,6 +199,118 @@ TEST(RandomFind, WordsFarAwayAreFoundAfterEdits) {
     }
 }
 
+// What a walk over a module leaves behind and asks for: texts of frequent words, with overlaps and in all
+// letter cases.
+constexpr std::array<TextView, 14> statements{
+    u"    On Error GoTo 0",
+    u"On Error Goto hErr",
+    u"10010: on error goto 0",
+    u"On Error GoTo 0: On Error Goto 0 ' on error goto 00",
+    u"On Error Resume Next",
+    u"x = 0",
+    u"' begin",
+    u"' BEGIN of it",
+    u"'  begin",
+    u"aaa",
+    u"aAaa",
+    u"aa",
+    u"",
+    u"On Error GoTo0",
+};
+
+struct Question {
+    TextView target;
+    FindOptions options;
+};
+
+constexpr FindOptions wholeWord{.wholeWord = true, .matchCase = false, .patternSearch = false};
+constexpr FindOptions exactCase{.wholeWord = false, .matchCase = true, .patternSearch = false};
+constexpr FindOptions pattern{.wholeWord = false, .matchCase = false, .patternSearch = true};
+
+constexpr std::array<Question, 12> questions{{
+    {u"On Error Goto 0", {}},
+    {u"ON ERROR GOTO 0", {}},
+    {u"On Error GoTo 0", exactCase},
+    {u"On Error Goto 0", wholeWord},
+    {u"On Error Goto hErr", {}},
+    {u"' begin", {}},
+    {u"aa", {}},
+    {u"aaa", wholeWord},
+    {u"nowhere", {}},
+    {u"on*0", pattern},
+    {u"'??begin", pattern},
+    {u"0\r\nOn", {}},
+}};
+
+void EditStatement(Module& module, ReferenceModule& reference, Random& random) {
+    const auto line = static_cast<std::int32_t>(random.Below(reference.lines.size()) + 1);
+    Text text(random.Pick(statements));
+    while (random.Chance(20)) {
+        text += u"\r\n";
+        text += random.Pick(statements);
+    }
+    switch (random.Below(4)) {
+        case 0:
+            ASSERT_TRUE(module.InsertLines(Line{line}, text));
+            reference.InsertLines(line, text);
+            break;
+        case 1: {
+            const std::size_t left = reference.lines.size() - static_cast<std::size_t>(line);
+            const auto count = static_cast<std::int32_t>(random.Below(std::min<std::size_t>(left + 1, 4)));
+            ASSERT_TRUE(module.DeleteLines(Line{line}, count));
+            reference.DeleteLines(line, count);
+            break;
+        }
+        case 2: {
+            // A character more, or one less, creates and destroys matches.
+            Text changed = reference.lines[static_cast<std::size_t>(line) - 1];
+            const std::size_t at = random.Below(changed.size() + 1);
+            random.Chance(50) ? changed.insert(at, u"0") : changed.erase(at, 1);
+            ASSERT_TRUE(module.ReplaceLine(Line{line}, changed));
+            reference.ReplaceLine(line, changed);
+            break;
+        }
+        default:
+            ASSERT_TRUE(module.ReplaceLine(Line{line}, text));
+            reference.ReplaceLine(line, text);
+    }
+    // Keywords take their letter case when a line is committed, which an exact search can see.
+    ASSERT_EQ(module.CountOfLines(), reference.CountOfLines());
+    for (std::int32_t i = 1; i <= module.CountOfLines(); ++i) {
+        module.ReadLine(Line{i}, reference.lines[static_cast<std::size_t>(i) - 1]);
+    }
+}
+
+void AskAgain(const Module& module, const ReferenceModule& reference, Random& random) {
+    const Question& question = random.Pick(questions);
+    const std::int32_t lines = module.CountOfLines();
+    const Position start{Line{random.Chance(40) ? 1 : RandomPlace(random, lines)},
+                         Column{random.Chance(60) ? 0 : RandomPlace(random, 40)}};
+    const Position end{Line{random.Chance(50) ? 0 : RandomPlace(random, lines)},
+                       Column{random.Chance(50) ? 0 : RandomPlace(random, 40)}};
+    CompareFind(module, reference, question.target, start, end, question.options);
+}
+
+TEST(RandomFind, TheSameTargetsAreFoundAgainAndAgainBetweenEdits) {
+    for (std::uint64_t seed = 1; seed <= 25; ++seed) {
+        Random random(seed);
+        ReferenceModule reference;
+        Text text;
+        for (std::size_t lines = 20 + random.Below(60); lines > 0; --lines) {
+            reference.lines.emplace_back(random.Pick(statements));
+            text += reference.lines.back() + u"\r\n";
+        }
+        const auto module = Module::FromText(text);
+        for (int step = 0; step < 200; ++step) {
+            for (int search = 0; search < 6; ++search) {
+                ASSERT_NO_FATAL_FAILURE(AskAgain(*module, reference, random))
+                    << "seed " << seed << ", step " << step;
+            }
+            ASSERT_NO_FATAL_FAILURE(EditStatement(*module, reference, random));
+        }
+    }
+}
+
 // So many that the index that speeds up the searches is given up and made anew.
 TEST(RandomFind, WordsAreFoundAfterLongSessions) {
     Random random(1);

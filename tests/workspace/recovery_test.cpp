@@ -2,6 +2,7 @@
 
 #include "tests/support/other_process.h"
 #include "tests/workspace/saved_project.h"
+#include "workspace/project_lock.h"
 #include "workspace/save.h"
 
 #include <atomic>
