@@ -2,8 +2,14 @@
 
 #include "assistant/calling_frame.h"
 #include "base/statement.h"
+#include "transform/custom_code.h"
+#include "transform/error_handler_insertion.h"
+#include "transform/error_handler_removal.h"
 #include "transform/line_numbers.h"
 #include "transform/member_queries.h"
+#include "transform/search_and_replace.h"
+#include "transform/templates.h"
+#include "transform/text_selection.h"
 
 #include <utility>
 
@@ -37,9 +43,13 @@ void WithCodeDatabase(GlobalsPtr globals, Use&& use) {
     });
 }
 
+transform::TemplateSources SourcesOver(hostmodel::Globals& globals, const Platform& platform) {
+    return {.globals = globals, .clock = platform.clock.get(), .regional = platform.regional.get()};
+}
+
 }  // namespace
 
-Lintara::Lintara(std::shared_ptr<hostmodel::Screen> screen) : screen_(std::move(screen)) {}
+Lintara::Lintara(Platform platform) : platform_(std::move(platform)) {}
 
 Text Lintara::TarnwickCPBuffer() const noexcept {
     return Compute<Text>([&](Text& result) { result = buffers_.main(); });
@@ -57,16 +67,33 @@ void Lintara::SetAdditionalCPBuffer(std::int32_t Index, TextView value) noexcept
     Perform([&] { Attempt(buffers_.SetNumbered(Index, value)); });
 }
 
-Text Lintara::ParsePseudoCode(TextView) noexcept {
-    return Compute<Text>([&](Text&) { const Hourglass hourglass(screen_.get()); });
+Text Lintara::ParsePseudoCode(TextView APseudoCodeString) noexcept {
+    return Compute<Text>([&](Text& result) {
+        const Hourglass hourglass(platform_.screen.get());
+        WithGlobals(oG, [&](auto& globals) {
+            result = transform::ParsePseudoCode(SourcesOver(globals, platform_), APseudoCodeString);
+        });
+    });
 }
 
-Text Lintara::ParsePseudoCodeEx(TextView, TextView, TextView) noexcept {
-    return Compute<Text>([&](Text&) { const Hourglass hourglass(screen_.get()); });
+Text Lintara::ParsePseudoCodeEx(TextView APseudoCodeString, TextView AComponentName,
+                                TextView AMemberName) noexcept {
+    return Compute<Text>([&](Text& result) {
+        const Hourglass hourglass(platform_.screen.get());
+        WithGlobals(oG, [&](auto& globals) {
+            result = transform::ParsePseudoCodeEx(SourcesOver(globals, platform_), APseudoCodeString,
+                                                  AComponentName, AMemberName);
+        });
+    });
 }
 
-Text Lintara::GeneratePseudoCode(TextView) noexcept {
-    return Compute<Text>([&](Text&) { const Hourglass hourglass(screen_.get()); });
+Text Lintara::GeneratePseudoCode(TextView sCode) noexcept {
+    return Compute<Text>([&](Text& result) {
+        const Hourglass hourglass(platform_.screen.get());
+        WithGlobals(oG, [&](auto& globals) {
+            result = transform::GeneratePseudoCode(SourcesOver(globals, platform_), sCode);
+        });
+    });
 }
 
 Text Lintara::GetMemberName() noexcept {
@@ -91,26 +118,36 @@ Text Lintara::GetMemberTypeEx(TextView sComponentName, TextView sMemberName) noe
 
 void Lintara::InitCodeAutomation() noexcept {
     Perform([&] {
-        const Hourglass hourglass(screen_.get());
+        const Hourglass hourglass(platform_.screen.get());
         WithCodeDatabase(oG, [&](auto& database) { buffers_.Load(database); });
     });
 }
 
-Text Lintara::GetTextSelection(Text&, std::int32_t, std::int32_t, std::int32_t, std::int32_t) noexcept {
-    return {};
+Text Lintara::GetTextSelection(Text& sLines, std::int32_t iStartLine, std::int32_t iEndLine,
+                               std::int32_t iStartCol, std::int32_t iEndCol) noexcept {
+    return Compute<Text>([&](Text& result) {
+        const Hourglass hourglass(platform_.screen.get());
+        result = transform::GetTextSelection(sLines, iStartLine, iEndLine, iStartCol, iEndCol);
+    });
 }
 
-Text Lintara::InsertTextInLine(TextView, TextView, std::int32_t) noexcept {
-    return Compute<Text>([&](Text&) { const Hourglass hourglass(screen_.get()); });
+Text Lintara::InsertTextInLine(TextView sLine, TextView sText, std::int32_t iCol) noexcept {
+    return Compute<Text>([&](Text& result) {
+        const Hourglass hourglass(platform_.screen.get());
+        result = transform::InsertTextInLine(sLine, sText, iCol);
+    });
 }
 
-void Lintara::TranslateCarret(std::int32_t&, std::int32_t&, TextView) noexcept {
-    Perform([&] { const Hourglass hourglass(screen_.get()); });
+void Lintara::TranslateCarret(std::int32_t& iLine, std::int32_t& iCol, TextView sText) noexcept {
+    Perform([&] {
+        const Hourglass hourglass(platform_.screen.get());
+        transform::TranslateCarret(iLine, iCol, sText);
+    });
 }
 
 void Lintara::CloseCodeAutomation() noexcept {
     Perform([&] {
-        const Hourglass hourglass(screen_.get());
+        const Hourglass hourglass(platform_.screen.get());
         WithCodeDatabase(oG, [&](auto& database) { buffers_.Save(database); });
     });
 }
@@ -132,19 +169,59 @@ void Lintara::LineNumbersRemover(TextView sProject, TextView sComponent, TextVie
     });
 }
 
-void Lintara::ErrorHandlerInserter(TextView, TextView, TextView, TextView, TextView) noexcept {}
-
-void Lintara::ErrorHandlerRemover(TextView, TextView, TextView) noexcept {}
-
-void Lintara::SearchAndReplace(TextView, TextView, TextView, std::int32_t, std::int32_t, bool, bool,
-                               bool& AFound) noexcept {
-    AFound = false;
+void Lintara::ErrorHandlerInserter(TextView sProject, TextView sComponent, TextView sMember,
+                                   TextView sEHLabel, TextView sEHCode) noexcept {
+    Perform([&] {
+        WithGlobals(oG, [&](auto& globals) {
+            transform::ErrorHandlerInserter(SourcesOver(globals, platform_), sProject, sComponent, sMember,
+                                            sEHLabel, sEHCode);
+        });
+    });
 }
 
-void Lintara::CustomCodeInserter(TextView, TextView, TextView, TextView, bool, std::int16_t, std::int32_t,
-                                 std::int16_t) noexcept {}
+void Lintara::ErrorHandlerRemover(TextView sProject, TextView sComponent, TextView sMember) noexcept {
+    Perform([&] {
+        WithGlobals(oG, [&](auto& globals) {
+            transform::ErrorHandlerRemover(globals, platform_.settings.get(), sProject, sComponent, sMember);
+        });
+    });
+}
 
-void Lintara::CustomCodeRemover(TextView, TextView, TextView, std::int16_t) noexcept {}
+void Lintara::SearchAndReplace(TextView AComponentName, TextView ASoughtString, TextView AReplacementString,
+                               std::int32_t AStartLine, std::int32_t AEndLine, bool WholeWord,
+                               bool GoThroughDelete, bool& AFound) noexcept {
+    AFound = Compute<bool>([&](bool& found) {
+        WithGlobals(oG, [&](auto& globals) {
+            found = transform::SearchAndReplace(globals, AComponentName, ASoughtString, AReplacementString,
+                                                Line{AStartLine}, Line{AEndLine},
+                                                {.wholeWord = WholeWord, .goThroughDelete = GoThroughDelete});
+        });
+    });
+}
+
+void Lintara::CustomCodeInserter(TextView sProject, TextView sComponent, TextView sMember,
+                                 TextView sCodeToInsert, bool fNoDelimiters, std::int16_t iWhere,
+                                 std::int32_t iLine, std::int16_t ID) noexcept {
+    Perform([&] {
+        WithGlobals(oG, [&](auto& globals) {
+            transform::CustomCodeInserter(SourcesOver(globals, platform_), sProject, sComponent, sMember,
+                                          {.code = sCodeToInsert,
+                                           .noDelimiters = fNoDelimiters,
+                                           .place = transform::CodePlace{iWhere},
+                                           .line = iLine,
+                                           .id = ID});
+        });
+    });
+}
+
+void Lintara::CustomCodeRemover(TextView sProject, TextView sComponent, TextView sMember,
+                                std::int16_t ID) noexcept {
+    Perform([&] {
+        WithGlobals(oG, [&](auto& globals) {
+            transform::CustomCodeRemover(globals, sProject, sComponent, sMember, ID);
+        });
+    });
+}
 
 std::int32_t Lintara::GetLineNumber() noexcept {
     return Compute<std::int32_t>([&](std::int32_t& result) {

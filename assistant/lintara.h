@@ -8,9 +8,9 @@
 #pragma once
 
 #include "assistant/code_buffers.h"
+#include "assistant/platform.h"
 #include "base/text.h"
 #include "hostmodel/globals.h"
-#include "hostmodel/screen.h"
 
 #include <cstdint>
 #include <memory>
@@ -19,11 +19,10 @@ namespace lintara {
 
 class Lintara {
   public:
-    // `screen` shows the hourglass during the longer operations; without one nothing is shown.
-    explicit Lintara(std::shared_ptr<hostmodel::Screen> screen = nullptr);
+    explicit Lintara(Platform platform = {});
 
     // The services object, set by the host before the first call. Without it every service that needs the
-    // IDE returns its empty result; only the buffers work.
+    // IDE returns its empty result; the buffers and the arithmetic of selection and caret work.
     std::shared_ptr<hostmodel::Globals> oG;
 
     // The main copy-and-paste buffer, in memory only.
@@ -33,7 +32,8 @@ class Lintara {
     [[nodiscard]] Text AdditionalCPBuffer(std::int32_t Index) const noexcept;
     void SetAdditionalCPBuffer(std::int32_t Index, TextView value) noexcept;
 
-    // Not built yet: these return their empty result, showing the hourglass where they will.
+    // Templates into code and back; see transform/templates.h. The first expands a template for the member
+    // under the caret, the second for a member of the active project. These show the hourglass.
     [[nodiscard]] Text ParsePseudoCode(TextView APseudoCodeString) noexcept;
     [[nodiscard]] Text ParsePseudoCodeEx(TextView APseudoCodeString, TextView AComponentName,
                                          TextView AMemberName) noexcept;
@@ -50,7 +50,8 @@ class Lintara {
     // The database has to be open; finding and opening it is not built yet.
     void InitCodeAutomation() noexcept;
 
-    // Not built yet: these change nothing and return their empty result.
+    // Arithmetic of the selection and the caret, which works without a services object; see
+    // transform/text_selection.h. Lines and columns count from 1. These show the hourglass.
     [[nodiscard]] Text GetTextSelection(Text& sLines, std::int32_t iStartLine, std::int32_t iEndLine,
                                         std::int32_t iStartCol, std::int32_t iEndCol) noexcept;
     [[nodiscard]] Text InsertTextInLine(TextView sLine, TextView sText, std::int32_t iCol) noexcept;
@@ -65,13 +66,24 @@ class Lintara {
                              std::int32_t iLNStep) noexcept;
     void LineNumbersRemover(TextView sProject, TextView sComponent, TextView sMember) noexcept;
 
-    // Not built yet: these change nothing; AFound becomes false.
+    // Gives one procedure, or all procedures of a property, an error handler with the label and the code, a
+    // template; one that has such a handler is left alone. See transform/error_handler_insertion.h.
     void ErrorHandlerInserter(TextView sProject, TextView sComponent, TextView sMember, TextView sEHLabel,
                               TextView sEHCode) noexcept;
+    // Takes it out again, with what was added below it. The statements that led to the label, which is read
+    // from the settings, switch error handling off then. See transform/error_handler_removal.h.
     void ErrorHandlerRemover(TextView sProject, TextView sComponent, TextView sMember) noexcept;
+
+    // Replaces a text, in any letter case, from AStartLine to AEndLine of a component of the active project;
+    // AFound says whether it occurred, in the component behind AEndLine too. See
+    // transform/search_and_replace.h.
     void SearchAndReplace(TextView AComponentName, TextView ASoughtString, TextView AReplacementString,
                           std::int32_t AStartLine, std::int32_t AEndLine, bool WholeWord,
                           bool GoThroughDelete, bool& AFound) noexcept;
+
+    // Puts a block of code, a template, into one procedure, or into all procedures of a property: iWhere is
+    // 1 for the beginning of the body, 2 for its end, 3 for its iLine-th line. fNoDelimiters leaves out the
+    // marker comments with the ID, by which the removal finds the block. See transform/custom_code.h.
     void CustomCodeInserter(TextView sProject, TextView sComponent, TextView sMember, TextView sCodeToInsert,
                             bool fNoDelimiters, std::int16_t iWhere, std::int32_t iLine,
                             std::int16_t ID) noexcept;
@@ -85,7 +97,7 @@ class Lintara {
     void ShowHistory() noexcept;
 
   private:
-    std::shared_ptr<hostmodel::Screen> screen_;
+    Platform platform_;
     assistant::CodeBuffers buffers_;
 };
 

@@ -22,8 +22,7 @@ Result<std::shared_ptr<hostmodel::VBE>> Root(hostmodel::Globals& globals) {
     return Present(globals.VBE());
 }
 
-Result<VBComponentPtr> ComponentOf(const Result<std::shared_ptr<hostmodel::VBProject>>& project,
-                                   TextView componentName) {
+Result<VBComponentPtr> ComponentOf(const Result<VBProjectPtr>& project, TextView componentName) {
     const auto components = Next(project, [](auto& found) { return found.VBComponents(); });
     return Next(components, [&](auto& all) { return all.Item(componentName); });
 }
@@ -41,9 +40,12 @@ Result<CodeModulePtr> CodeModuleByNames(hostmodel::Globals& globals, TextView pr
     return CodeModuleOf(ComponentOf(project, componentName));
 }
 
+Result<VBProjectPtr> ActiveProject(hostmodel::Globals& globals) {
+    return Next(Root(globals), [](auto& vbe) { return vbe.ActiveVBProject(); });
+}
+
 Result<VBComponentPtr> ComponentInActiveProject(hostmodel::Globals& globals, TextView componentName) {
-    const auto project = Next(Root(globals), [](auto& vbe) { return vbe.ActiveVBProject(); });
-    return ComponentOf(project, componentName);
+    return ComponentOf(ActiveProject(globals), componentName);
 }
 
 Result<CodeModulePtr> CodeModuleInActiveProject(hostmodel::Globals& globals, TextView componentName) {
@@ -56,6 +58,10 @@ Result<CodePanePtr> ActiveCodePane(hostmodel::Globals& globals) {
 
 Result<CodeModulePtr> ActiveCodeModule(hostmodel::Globals& globals) {
     return Next(ActiveCodePane(globals), [](auto& pane) { return pane.CodeModule(); });
+}
+
+Result<VBComponentPtr> ActiveComponent(hostmodel::Globals& globals) {
+    return Next(ActiveCodeModule(globals), [](auto& module) { return module.Parent(); });
 }
 
 }  // namespace lintara::transform

@@ -17,19 +17,22 @@ namespace lintara::transform {
 using CodeModulePtr = std::shared_ptr<hostmodel::CodeModule>;
 using CodePanePtr = std::shared_ptr<hostmodel::CodePane>;
 using VBComponentPtr = std::shared_ptr<hostmodel::VBComponent>;
+using VBProjectPtr = std::shared_ptr<hostmodel::VBProject>;
 
 // By project and component name: the way of the operations that edit code.
 [[nodiscard]] Result<CodeModulePtr> CodeModuleByNames(hostmodel::Globals& globals, TextView projectName,
                                                       TextView componentName);
 
-// By component name in the project that is active in the IDE.
+// The project that is active in the IDE, and by component name in it.
+[[nodiscard]] Result<VBProjectPtr> ActiveProject(hostmodel::Globals& globals);
 [[nodiscard]] Result<VBComponentPtr> ComponentInActiveProject(hostmodel::Globals& globals,
                                                               TextView componentName);
 [[nodiscard]] Result<CodeModulePtr> CodeModuleInActiveProject(hostmodel::Globals& globals,
                                                               TextView componentName);
 
-// Through the code window that has the focus.
+// Through the code window that has the focus; the component is the one whose code it shows.
 [[nodiscard]] Result<CodePanePtr> ActiveCodePane(hostmodel::Globals& globals);
 [[nodiscard]] Result<CodeModulePtr> ActiveCodeModule(hostmodel::Globals& globals);
+[[nodiscard]] Result<VBComponentPtr> ActiveComponent(hostmodel::Globals& globals);
 
 }  // namespace lintara::transform

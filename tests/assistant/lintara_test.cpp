@@ -115,6 +115,12 @@ std::vector<Service> Services() {
         {"ParsePseudoCodeEx", [](Lintara& a) { (void)a.ParsePseudoCodeEx(u"x", u"", u""); }, true},
         {"GeneratePseudoCode", [](Lintara& a) { (void)a.GeneratePseudoCode(u"x"); }, true},
         {"InitCodeAutomation", [](Lintara& a) { a.InitCodeAutomation(); }, true},
+        {"GetTextSelection",
+         [](Lintara& a) {
+             Text lines = u"x";
+             (void)a.GetTextSelection(lines, 1, 1, 1, 2);
+         },
+         true},
         {"InsertTextInLine", [](Lintara& a) { (void)a.InsertTextInLine(u"x", u"y", 1); }, true},
         {"TranslateCarret",
          [](Lintara& a) {
@@ -156,7 +162,7 @@ TEST(HourglassTest, IsShownByTheLongOperationsAndByNoOther) {
     CodeFixture fixture(Source);
     for (const Service& service : Services()) {
         const auto screen = std::make_shared<RecordedScreen>();
-        Lintara assistant(screen);
+        Lintara assistant({.screen = screen});
         assistant.oG = fixture.globals();
         service.call(assistant);
         EXPECT_EQ(screen->pointers, service.showsHourglass ? OnAndOff : std::vector<MousePointer>())
@@ -167,7 +173,7 @@ TEST(HourglassTest, IsShownByTheLongOperationsAndByNoOther) {
 TEST(HourglassTest, IsShownWithoutAServicesObjectToo) {
     for (const Service& service : Services()) {
         const auto screen = std::make_shared<RecordedScreen>();
-        Lintara assistant(screen);
+        Lintara assistant({.screen = screen});
         service.call(assistant);
         EXPECT_EQ(screen->pointers, service.showsHourglass ? OnAndOff : std::vector<MousePointer>())
             << service.name;
@@ -179,7 +185,7 @@ TEST(HourglassTest, IsTakenBackAfterAnException) {
     const auto plan = std::make_shared<support::FaultPlan>();
     plan->fault = [](std::size_t, std::string_view) { return support::Fault::Throws; };
     const auto screen = std::make_shared<RecordedScreen>();
-    Lintara assistant(screen);
+    Lintara assistant({.screen = screen});
     assistant.oG = std::make_shared<support::FaultyGlobals>(fixture.globals(), plan);
     assistant.InitCodeAutomation();
     EXPECT_EQ(plan->calls, std::vector<std::string>{"Globals.CodeDb"});
@@ -190,7 +196,7 @@ TEST(HourglassTest, AScreenThatFailsDoesNotMatter) {
     for (const RecordedScreen::Mood mood : {RecordedScreen::Mood::Failing, RecordedScreen::Mood::Throwing}) {
         const auto screen = std::make_shared<RecordedScreen>();
         screen->mood = mood;
-        Lintara assistant(screen);
+        Lintara assistant({.screen = screen});
         assistant.InitCodeAutomation();
         EXPECT_EQ(screen->pointers, OnAndOff);
     }
@@ -218,7 +224,7 @@ INSTANTIATE_TEST_SUITE_P(Faults, FaultyServicesTest,
                          testing::Values(support::Fault::Fails, support::Fault::Empty,
                                          support::Fault::Throws));
 
-TEST(LintaraTest, ServicesWithoutAnEffectYetChangeNothing) {
+TEST(LintaraTest, ServicesThatFindNothingChangeNothing) {
     CodeFixture fixture(Source);
     Lintara assistant;
     assistant.oG = fixture.globals();

@@ -50,6 +50,19 @@ TEST_F(WalksTest, TheActiveCodeWindowLeadsToItsModule) {
                                                       "CodePane.CodeModule", "CodeModule.Lines"}));
 }
 
+TEST_F(WalksTest, TheActiveCodeWindowLeadsToItsComponent) {
+    EXPECT_EQ(ActiveComponent(globals_).value()->Name(), Text(ModuleName));
+    EXPECT_EQ(plan_->calls,
+              (std::vector<std::string>{"Globals.VBE", "VBE.ActiveCodePane", "CodePane.CodeModule",
+                                        "CodeModule.Parent", "VBComponent.Name"}));
+}
+
+TEST_F(WalksTest, TheActiveProjectIsTheOneOfTheIde) {
+    EXPECT_EQ(ActiveProject(globals_).value()->Name(), Text(ProjectName));
+    fixture_.workspace().SetActiveProject(*fixture_.workspace().Find(u"Other"));
+    EXPECT_EQ(ActiveProject(globals_).value()->Name(), u"Other");
+}
+
 TEST_F(WalksTest, WithoutACodeWindowTheWalkFails) {
     fixture_.CloseCodeWindow();
     EXPECT_FALSE(ActiveCodePane(globals_));

@@ -1,0 +1,243 @@
+#include "transform/error_handler_removal.h"
+
+#include "platform/memory_settings.h"
+#include "tests/support/code_fixture.h"
+#include "tests/support/faulty_host.h"
+#include "tests/transform/plain_operations.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace lintara::transform {
+namespace {
+
+using support::Code;
+using support::CodeFixture;
+using support::ModuleName;
+using support::ProjectName;
+
+void Remove(CodeFixture& fixture, SettingsStore* settings = nullptr) {
+    ErrorHandlerRemover(*fixture.globals(), settings, ProjectName, ModuleName, u"A");
+    EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
+}
+
+platform::MemorySettings SettingsWithLabel(TextView label) {
+    platform::MemorySettings settings;
+    EXPECT_TRUE(
+        settings.Save({.application = u"Tarnwick", .section = u"CodeAutomation", .key = u"EHLabel"}, label));
+    return settings;
+}
+
+constexpr std::string_view WithHandler = R"(
+Option Explicit
+Sub A()
+    On Error GoTo hErr
+    x = 1
+    If x Then On Error GoTo hErr
+' TWErrorHandler begin - please do not modify or remove this line
+Exit Sub
+hErr:
+    MsgBox "x"
+    On Error GoTo hErr
+    Resume Next
+End Sub
+Sub B()
+    On Error GoTo hErr
+' TWErrorHandler begin - please do not modify or remove this line
+hErr:
+End Sub
+)";
+
+TEST(ErrorHandlerRemovalTest, TheBlockGoesAndTheStatementsSwitchOff) {
+    CodeFixture fixture(WithHandler);
+    Remove(fixture);
+    EXPECT_EQ(fixture.text(), Code(R"(
+Option Explicit
+Sub A()
+    On Error GoTo 0
+    x = 1
+    If x Then On Error GoTo 0
+End Sub
+Sub B()
+    On Error GoTo hErr
+' TWErrorHandler begin - please do not modify or remove this line
+hErr:
+End Sub
+)"));
+}
+
+TEST(ErrorHandlerRemovalTest, AHandlerWithoutTheMarkerIsLeft) {
+    CodeFixture fixture(R"(
+Option Explicit
+Sub A()
+    On Error GoTo hErr
+    Exit Sub
+hErr:
+    Resume Next
+End Sub
+)");
+    Remove(fixture);
+    EXPECT_FALSE(fixture.module().edited());
+}
+
+TEST(ErrorHandlerRemovalTest, AHandlerBelowIsNotThatOfAnEmptyBody) {
+    CodeFixture fixture(R"(
+Option Explicit
+Sub A()
+End Sub
+Sub B()
+    On Error GoTo hErr
+' TWErrorHandler begin - please do not modify or remove this line
+End Sub
+)");
+    Remove(fixture);
+    EXPECT_FALSE(fixture.module().edited());
+}
+
+TEST(ErrorHandlerRemovalTest, LinesTypedBelowTheHandlerGoWithIt) {
+    CodeFixture fixture(R"(
+Option Explicit
+Sub A()
+    x = 1
+' TWErrorHandler begin - please do not modify or remove this line
+Exit Sub
+hErr:
+    Resume Next
+other:
+    y = 1
+' the end
+End Sub
+)");
+    Remove(fixture);
+    EXPECT_EQ(fixture.text(), "Option Explicit\nSub A()\n    x = 1\nEnd Sub");
+}
+
+TEST(ErrorHandlerRemovalTest, TheLabelIsThatOfTheSettings) {
+    CodeFixture fixture(R"(
+Option Explicit
+Sub A()
+    On Error GoTo Oops
+    On Error GoTo hErr
+' TWErrorHandler begin - please do not modify or remove this line
+End Sub
+)");
+    platform::MemorySettings settings = SettingsWithLabel(u"Oops");
+    Remove(fixture, &settings);
+    EXPECT_EQ(fixture.text(),
+              "Option Explicit\nSub A()\n    On Error GoTo 0\n    On Error GoTo hErr\nEnd Sub");
+}
+
+TEST(ErrorHandlerRemovalTest, AChangedLabelLeavesTheStatementsAndTheBlockStillGoes) {
+    CodeFixture fixture(WithHandler);
+    platform::MemorySettings settings = SettingsWithLabel(u"newErr");
+    Remove(fixture, &settings);
+    EXPECT_TRUE(
+        fixture.text().starts_with("Option Explicit\nSub A()\n    On Error GoTo hErr\n    x = 1\n    If x "
+                                   "Then On Error GoTo hErr\nEnd Sub\n"));
+}
+
+TEST(ErrorHandlerRemovalTest, SettingsWithoutTheLabelMeanTheDefault) {
+    CodeFixture without(WithHandler);
+    Remove(without);
+    CodeFixture fixture(WithHandler);
+    platform::MemorySettings settings;
+    Remove(fixture, &settings);
+    EXPECT_EQ(fixture.text(), without.text());
+}
+
+class BrokenSettings : public SettingsStore {
+  public:
+    Result<std::optional<Text>> Find(SettingName) override {
+        return Failure(ErrorNumber::HostFailure, "the store cannot be read");
+    }
+    Result<void> Save(SettingName, TextView) override {
+        return Failure(ErrorNumber::HostFailure, "the store cannot be written");
+    }
+};
+
+TEST(ErrorHandlerRemovalTest, SettingsThatCannotBeReadMeanTheDefault) {
+    CodeFixture without(WithHandler);
+    Remove(without);
+    CodeFixture fixture(WithHandler);
+    BrokenSettings settings;
+    Remove(fixture, &settings);
+    EXPECT_EQ(fixture.text(), without.text());
+}
+
+constexpr std::string_view Property = R"(
+Option Explicit
+Property Get A() As Long
+    On Error GoTo hErr
+    A = mA
+' TWErrorHandler begin - please do not modify or remove this line
+Exit Property
+hErr:
+End Property
+Property Let A(ByVal value As Long)
+    On Error GoTo hErr
+    mA = value
+' TWErrorHandler begin - please do not modify or remove this line
+Exit Property
+hErr:
+End Property
+Property Set A(ByVal value As Object)
+' TWErrorHandler begin - please do not modify or remove this line
+End Property
+)";
+
+TEST(ErrorHandlerRemovalTest, EveryProcedureOfAPropertyLosesItsBlock) {
+    CodeFixture fixture(Property);
+    Remove(fixture);
+    EXPECT_EQ(fixture.text(), Code(R"(
+Option Explicit
+Property Get A() As Long
+    On Error GoTo 0
+    A = mA
+End Property
+Property Let A(ByVal value As Long)
+    On Error GoTo 0
+    mA = value
+End Property
+Property Set A(ByVal value As Object)
+End Property
+)"));
+}
+
+TEST(FaultyErrorHandlerRemovalTest, EveryFailingStatementIsSkippedAndTheNextRuns) {
+    for (const support::Fault fault : {support::Fault::Fails, support::Fault::Empty}) {
+        for (const std::string_view source : {WithHandler, Property}) {
+            std::vector<std::string> expected;
+            const auto make = [&] { return std::make_unique<CodeFixture>(source); };
+            support::WithEveryCallFaulty(
+                fault, make,
+                [](const auto& globals) {
+                    support::PlainRemoveHandler(*globals, ProjectName, ModuleName, u"A", u"hErr");
+                },
+                [&](CodeFixture& fixture, const support::FaultPlan&, std::string_view) {
+                    expected.push_back(fixture.text());
+                });
+            std::size_t run = 0;
+            support::WithEveryCallFaulty(
+                fault, make,
+                [](const auto& globals) {
+                    ErrorHandlerRemover(*globals, nullptr, ProjectName, ModuleName, u"A");
+                },
+                [&](CodeFixture& fixture, const support::FaultPlan& plan, std::string_view faulty) {
+                    EXPECT_EQ(fixture.text(), expected.at(run)) << faulty << ", call " << run;
+                    EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
+                    EXPECT_EQ(plan.liveHandles, 1U);
+                    ++run;
+                });
+            EXPECT_EQ(run, expected.size());
+            EXPECT_GT(run, 40U);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace lintara::transform
