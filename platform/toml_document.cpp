@@ -1,6 +1,7 @@
 #include "platform/toml_document.h"
 
 #include "platform/settings_text.h"
+#include "platform/toml_parser.h"
 #include "platform/toml_string.h"
 
 #include <algorithm>
@@ -20,14 +21,6 @@ std::string AllValues(const toml::table& table) {
     std::ostringstream out;
     out << toml::toml_formatter(table);
     return std::move(out).str();
-}
-
-std::optional<toml::table> TryParse(std::string_view bytes) {
-    try {
-        return toml::parse(bytes);
-    } catch (const toml::parse_error&) {
-        return std::nullopt;
-    }
 }
 
 bool IsBareKey(std::string_view key) {
@@ -137,16 +130,15 @@ std::string ValueText(const toml::node& node) {
 
 }  // namespace
 
-std::expected<TomlDocument, TomlDocument::SyntaxError> TomlDocument::Parse(std::string bytes) {
+std::expected<TomlDocument, TomlError> TomlDocument::Parse(std::string bytes) {
     if (bytes.starts_with(byteOrderMark)) {
         bytes.erase(0, byteOrderMark.size());
     }
-    try {
-        toml::table table = toml::parse(std::string_view(bytes));
-        return TomlDocument(std::move(bytes), std::move(table));
-    } catch (const toml::parse_error& error) {
-        return std::unexpected(SyntaxError{error.source().begin.line, std::string(error.description())});
+    auto table = ParseToml(bytes);
+    if (!table) {
+        return std::unexpected(std::move(table.error()));
     }
+    return TomlDocument(std::move(bytes), *std::move(table));
 }
 
 Result<std::optional<Text>> TomlDocument::Find(TextView section, TextView key) const {
@@ -177,8 +169,8 @@ Result<std::string> TomlDocument::With(TextView section, TextView key, TextView 
                                                                                WithNewSection, rewritten};
     for (const auto& attempt : attempts) {
         std::string text = attempt(change);
-        const std::optional<toml::table> read = text.empty() ? std::nullopt : TryParse(text);
-        if (read && AllValues(*read) == wanted) {
+        const auto read = ParseToml(text);
+        if (!text.empty() && read && AllValues(*read) == wanted) {
             return text;
         }
     }

@@ -4,8 +4,8 @@
 
 #include "base/result.h"
 #include "base/text.h"
+#include "platform/toml_parser.h"
 
-#include <cstddef>
 #include <expected>
 #include <optional>
 #include <string>
@@ -16,13 +16,8 @@ namespace lintara::platform {
 
 class TomlDocument {
   public:
-    struct SyntaxError {
-        std::size_t line = 0;  // from 1
-        std::string message;
-    };
-
     // Fails when `bytes` are no such text: cut off, in another encoding, or not text at all.
-    [[nodiscard]] static std::expected<TomlDocument, SyntaxError> Parse(std::string bytes);
+    [[nodiscard]] static std::expected<TomlDocument, TomlError> Parse(std::string bytes);
 
     // The value as text; nullopt when it is absent. What a person wrote as a number, truth value or date is
     // its text, 5 or true. Fails when there is a list or a table.

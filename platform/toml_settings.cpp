@@ -3,7 +3,7 @@
 #include "platform/toml_settings.h"
 
 #include "platform/locked_file.h"
-#include "platform/settings_folder.h"
+#include "platform/user_folders.h"
 
 #include <chrono>
 #include <utility>
@@ -19,9 +19,9 @@ constexpr auto patience = std::chrono::seconds(10);
 // Settings are texts that a person typed. What is larger is none of ours.
 constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 
-std::expected<TomlDocument, TomlDocument::SyntaxError> ParseSmall(std::string bytes) {
+std::expected<TomlDocument, TomlError> ParseSmall(std::string bytes) {
     if (bytes.size() > largestFile) {
-        return std::unexpected(TomlDocument::SyntaxError{0, "it is larger than 16 MiB"});
+        return std::unexpected(TomlError{0, "it is larger than 16 MiB"});
     }
     return TomlDocument::Parse(std::move(bytes));
 }
@@ -55,7 +55,7 @@ Result<std::optional<Text>> TomlSettings::Find(SettingName name) {
     const auto document = ParseSmall(**std::move(bytes));
     if (!document) {
         Notify({file, document.error().line,
-                "the settings are damaged, and defaults stand in for them: " + document.error().message});
+                "the settings are damaged, and defaults stand in for them: " + document.error().what});
         return std::nullopt;
     }
     return document->Find(name.section, name.key);
@@ -99,11 +99,10 @@ Result<void> TomlSettings::Save(SettingName name, TextView value) {
     return {};
 }
 
-void TomlSettings::NotifyOfDamage(const fs::path& file, const TomlDocument::SyntaxError& error,
-                                  const fs::path& kept) {
+void TomlSettings::NotifyOfDamage(const fs::path& file, const TomlError& error, const fs::path& kept) {
     Notify({file, error.line,
-            "the settings were damaged: " + error.message + ". They were kept as " +
-                kept.filename().string() + ", and a new file was begun"});
+            "the settings were damaged: " + error.what + ". They were kept as " + kept.filename().string() +
+                ", and a new file was begun"});
 }
 
 std::unexpected<HostError> TomlSettings::Fail(const fs::path& file, std::string text,

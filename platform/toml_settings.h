@@ -49,7 +49,7 @@ class TomlSettings final : public SettingsStore {
   private:
     [[nodiscard]] std::unexpected<HostError> Fail(const std::filesystem::path& file, std::string text,
                                                   std::string_view reason);
-    void NotifyOfDamage(const std::filesystem::path& file, const TomlDocument::SyntaxError& error,
+    void NotifyOfDamage(const std::filesystem::path& file, const TomlError& error,
                         const std::filesystem::path& kept);
     void Notify(SettingsNotice notice);
 

@@ -12,7 +12,7 @@ namespace {
 
 TomlDocument Parsed(std::string bytes) {
     auto document = TomlDocument::Parse(std::move(bytes));
-    EXPECT_TRUE(document) << (document ? "" : document.error().message);
+    EXPECT_TRUE(document) << (document ? "" : document.error().what);
     return document ? *std::move(document) : *TomlDocument::Parse("");
 }
 
@@ -115,7 +115,7 @@ TEST(TomlDocument, TellsTheLineOfDamage) {
     const auto document = TomlDocument::Parse("[S]\na = 1\nb = \"cut");
     ASSERT_FALSE(document);
     EXPECT_EQ(document.error().line, 3U);
-    EXPECT_FALSE(document.error().message.empty());
+    EXPECT_FALSE(document.error().what.empty());
 }
 
 Text RandomText(support::Random& random, std::size_t longest) {
@@ -152,6 +152,15 @@ TEST(TomlDocument, GivesBackRandomTextsUnderRandomNames) {
             ASSERT_EQ(Found(bytes, name.first, name.second), value) << bytes;
         }
     }
+}
+
+TEST(TomlDocument, RefusesKeysThatNestWithoutEnd) {
+    std::string key = "a";
+    for (int i = 0; i < 200'000; ++i) {
+        key += ".a";
+    }
+    EXPECT_FALSE(TomlDocument::Parse(key + " = 1\n"));
+    EXPECT_FALSE(TomlDocument::Parse("[" + key + "]\n"));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "platform/toml_settings.h"
 
 #include "platform/locked_file.h"
-#include "platform/settings_folder.h"
+#include "platform/user_folders.h"
 #include "tests/support/other_process.h"
 #include "tests/support/random.h"
 #include "tests/support/temporary_folder.h"

@@ -1,6 +1,6 @@
 #ifndef _WIN32
 
-#include "platform/settings_folder.h"
+#include "platform/user_folders.h"
 
 #include "platform/settings_text.h"
 
@@ -36,6 +36,18 @@ fs::path HomeOfAccount() {
     return home.is_absolute() ? home : fs::path();
 }
 
+// The folder that `variable` names, else the one `below` the home folder.
+fs::path UserFolder(const char* variable, const char* below) {
+    if (fs::path folder = FolderFromEnvironment(variable); !folder.empty()) {
+        return folder;
+    }
+    fs::path home = FolderFromEnvironment("HOME");
+    if (home.empty()) {
+        home = HomeOfAccount();
+    }
+    return home.empty() ? home : home / below;
+}
+
 bool IsHarmless(char c) {
     constexpr std::string_view harmful = "/\\:*?\"<>|%";
     return static_cast<unsigned char>(c) >= 0x20 && c != 0x7F && !harmful.contains(c);
@@ -44,14 +56,11 @@ bool IsHarmless(char c) {
 }  // namespace
 
 fs::path UserConfigFolder() {
-    if (fs::path folder = FolderFromEnvironment("XDG_CONFIG_HOME"); !folder.empty()) {
-        return folder;
-    }
-    fs::path home = FolderFromEnvironment("HOME");
-    if (home.empty()) {
-        home = HomeOfAccount();
-    }
-    return home.empty() ? home : home / ".config";
+    return UserFolder("XDG_CONFIG_HOME", ".config");
+}
+
+fs::path UserStateFolder() {
+    return UserFolder("XDG_STATE_HOME", ".local/state");
 }
 
 std::string ApplicationFolderName(TextView application) {
