@@ -2,24 +2,17 @@
 // numbers and without. The time per line must not grow with the module, whatever its lines look like: the
 // complexity report says O(N) when all is well. Items are lines.
 
-#include "bench/numbering.h"
-#include "workspace/workspace.h"
+#include "bench/project_walk.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <benchmark/benchmark.h>
 
 namespace lintara::bench {
 namespace {
 
-constexpr TextView ProjectName = u"Generated";
-constexpr TextView ComponentName = u"Module";
-constexpr TextView HandlerCode = u"    MsgBox Err.Description\r\n    Resume Next";
-constexpr TextView SavedLabel = u"hErr";  // what the removal takes for the label
 constexpr TextView OtherLabel = u"Other";
 
 // What the procedures of a module look like.
@@ -75,60 +68,6 @@ class ModuleWriter {
     std::size_t procedures_ = 0;
 };
 
-std::unique_ptr<workspace::Workspace> WorkspaceWith(const std::string& bytes) {
-    auto component = std::make_unique<workspace::Component>();
-    component->name = ComponentName;
-    component->module = std::make_unique<workspace::Module>(bytes, 0, *workspace::FindEncoding("1252"));
-    auto project = std::make_unique<workspace::Project>(Text(ProjectName), "");
-    project->Add(std::move(component));
-    auto opened = std::make_unique<workspace::Workspace>();
-    opened->Add(std::move(project));
-    return opened;
-}
-
-class Walk {
-  public:
-    explicit Walk(const std::string& bytes)
-        : workspace_(WorkspaceWith(bytes)), library_(LibraryOver(*workspace_)) {
-        Text last;
-        for (const auto& procedure : component().module->Procedures()) {
-            if (procedure.name != last) {
-                names_.push_back(last = procedure.name);
-            }
-        }
-    }
-
-    void InsertHandlers(TextView label) {
-        for (const Text& name : names_) {
-            library_.ErrorHandlerInserter(ProjectName, ComponentName, name, label, HandlerCode);
-        }
-    }
-    void RemoveHandlers() {
-        for (const Text& name : names_) {
-            library_.ErrorHandlerRemover(ProjectName, ComponentName, name);
-        }
-    }
-    void InsertNumbers() {
-        for (const Text& name : names_) {
-            library_.LineNumbersInserter(ProjectName, ComponentName, name, 10000, 1);
-        }
-    }
-    void RemoveNumbers() {
-        for (const Text& name : names_) {
-            library_.LineNumbersRemover(ProjectName, ComponentName, name);
-        }
-    }
-
-  private:
-    [[nodiscard]] const workspace::Component& component() const {
-        return *workspace_->projects().front()->components().front();
-    }
-
-    std::unique_ptr<workspace::Workspace> workspace_;
-    Lintara library_;
-    std::vector<Text> names_;
-};
-
 enum class Part { InsertHandlers, RemoveHandlers, RemoveOthers, InsertBoth, RemoveBoth };
 
 void EditModule(benchmark::State& state, const Shape& shape, Part part) {
@@ -136,32 +75,30 @@ void EditModule(benchmark::State& state, const Shape& shape, Part part) {
     const std::string bytes = writer.Write(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
-        auto walk = std::make_unique<Walk>(bytes);
-        if (part != Part::InsertHandlers && part != Part::InsertBoth) {
-            walk->InsertHandlers(part == Part::RemoveOthers ? OtherLabel : SavedLabel);
-        }
+        auto opened = WorkspaceWith(bytes, 0);
+        ProjectWalk walk(*opened);
         if (part == Part::RemoveBoth) {
-            walk->InsertNumbers();
+            walk.InsertBoth();
+        } else if (part == Part::RemoveHandlers || part == Part::RemoveOthers) {
+            walk.InsertHandlers(part == Part::RemoveOthers ? OtherLabel : SavedLabel);
         }
         state.ResumeTiming();
         switch (part) {
             case Part::InsertHandlers:
-                walk->InsertHandlers(SavedLabel);
+                walk.InsertHandlers(SavedLabel);
                 break;
             case Part::InsertBoth:
-                walk->InsertHandlers(SavedLabel);
-                walk->InsertNumbers();
+                walk.InsertBoth();
                 break;
             case Part::RemoveBoth:
-                walk->RemoveNumbers();
-                walk->RemoveHandlers();
+                walk.RemoveBoth();
                 break;
             case Part::RemoveHandlers:
             case Part::RemoveOthers:
-                walk->RemoveHandlers();
+                walk.RemoveHandlers();
         }
         state.PauseTiming();
-        walk.reset();
+        opened.reset();
         state.ResumeTiming();
     }
     state.SetComplexityN(state.range(0));

@@ -15,7 +15,8 @@ import time
 FILES, LINES = 600, 450_000
 RUNS = 7
 STARTS = 51
-INSERT = ["--line-numbers", "--base", "10000", "--step", "1"]
+NUMBERS = ["--line-numbers", "--base", "10000", "--step", "1"]
+BOTH = ["--error-handlers", *NUMBERS]
 
 # A number in front of every line that is not blank, one output: the least that numbering a project can be.
 MAWK = r'FNR == 1 { n = 10000 } /[^ \t\r]/ { print n ": " $0; n++; next } { print }'
@@ -74,7 +75,8 @@ def table(title, head, rows):
 def whole_command(build, folder):
     """The command against cp and mawk, on the same files, one after the other in the same run."""
     lintara = build / "cli" / "lintara"
-    source, work, numbered = folder / "source", folder / "work", folder / "numbered"
+    source, work = folder / "source", folder / "work"
+    numbered, handled = folder / "numbered", folder / "handled"
     run([build / "bench" / "generate_project", source, str(FILES), str(LINES)])
     size = sum(path.stat().st_size for path in source.rglob("*") if path.is_file())
     texts = sorted(str(p) for p in source.rglob("*") if p.suffix in (".bas", ".cls", ".frm"))
@@ -85,8 +87,10 @@ def whole_command(build, folder):
         os.sync()
 
     project = work / "Generated.vbp"
-    insert = [lintara, "insert", project, *INSERT, "--quiet"]
+    insert = [lintara, "insert", project, *NUMBERS, "--quiet"]
     remove = [lintara, "remove", project, "--line-numbers", "--quiet"]
+    insert_both = [lintara, "insert", project, *BOTH, "--quiet"]
+    remove_both = [lintara, "remove", project, "--error-handlers", "--line-numbers", "--quiet"]
 
     fresh()
     memory = peak_kilobytes(insert) * 1024
@@ -98,9 +102,14 @@ def whole_command(build, folder):
     if not same_trees(source, work):
         sys.exit("insert, then remove, did not restore every byte")
 
-    def fresh_numbered():
+    fresh()
+    memory_both = peak_kilobytes(insert_both) * 1024
+    shutil.rmtree(handled, ignore_errors=True)
+    shutil.copytree(work, handled)
+
+    def fresh_copy_of(tree):
         shutil.rmtree(work, ignore_errors=True)
-        shutil.copytree(numbered, work)
+        shutil.copytree(tree, work)
         os.sync()
 
     def no_work():
@@ -119,7 +128,9 @@ def whole_command(build, folder):
     results = {
         "lintara insert": median_of(RUNS, lambda: run(insert), fresh),
         "lintara insert --check": None,
-        "lintara remove": median_of(RUNS, lambda: run(remove), fresh_numbered),
+        "lintara remove": median_of(RUNS, lambda: run(remove), lambda: fresh_copy_of(numbered)),
+        "lintara insert, handlers too": median_of(RUNS, lambda: run(insert_both), fresh),
+        "lintara remove, handlers too": median_of(RUNS, lambda: run(remove_both), lambda: fresh_copy_of(handled)),
         "cp -r": median_of(RUNS, lambda: run(["cp", "-r", source, work]), no_work),
         "cp -r, then sync": median_of(RUNS, copy_and_sync, no_work),
         "mawk numbering pass": median_of(RUNS, mawk),
@@ -142,7 +153,8 @@ def whole_command(build, folder):
           ["command", "seconds", "lines/s", "of cp -r", "of mawk"],
           [[name, f"{s:.3f}", f"{LINES / s:,.0f}", f"{s / copy:.2f}", f"{s / pass_of_mawk:.2f}"]
            for name, s in results.items()])
-    print(f"\nPeak memory of lintara insert: {memory / 1e6:.1f} MB, {memory / size:.2f} times the source")
+    for name, peak in [("lintara insert", memory), ("lintara insert, handlers too", memory_both)]:
+        print(f"\nPeak memory of {name}: {peak / 1e6:.1f} MB, {peak / size:.2f} times the source")
     return lintara, source, texts
 
 
@@ -168,22 +180,27 @@ def library(build, folder):
     rows = []
     for result in benchmarks("project_bench", 3):
         if result.get("aggregate_name") == "median":
-            name = result["run_name"].split("/")[0]
+            name = result["run_name"].removesuffix("/real_time").removeprefix("EditProject/").split("/iterations")[0]
             rows.append([name, f"{result['real_time']:.0f}", f"{result['items_per_second']:,.0f}",
                          f"{result['bytes_per_second'] / 1e6:.0f}"])
     table("The library on the same project, median of 3 repetitions", ["step", "ms", "lines/s", "MB/s"], rows)
 
+    module_table("Numbering one module", benchmarks("module_bench", 3), "NumberModule/")
+    module_table("Error handlers in one module", benchmarks("handler_bench", 1), "EditModule/")
+
+
+def module_table(title, results, prefix):
+    """A row for each size of each kind of module; the last one of a kind tells what the cost grows like."""
     rows = []
-    for result in benchmarks("module_bench", 3):
-        name = result["run_name"].removeprefix("NumberModule/")
-        if result.get("aggregate_name") == "median":
+    for result in results:
+        name = result["run_name"].removeprefix(prefix)
+        if result.get("aggregate_name", "median") == "median" and "/" in name:
             lines = int(name.split("/")[1])
             rows.append([name.split("/")[0], f"{lines:,}", f"{result['cpu_time']:.2f}",
                          f"{result['cpu_time'] * 1e6 / lines:.0f}", ""])
         elif result.get("aggregate_name") == "BigO":
             rows[-1][-1] = f"O({result['big_o']})"
-    table("Numbering one module, processor time, median of 3 repetitions",
-          ["module", "lines", "ms", "ns/line", "fits"], rows)
+    table(f"{title}, processor time", ["module", "lines", "ms", "ns/line", "fits"], rows)
 
 
 def main():

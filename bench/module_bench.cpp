@@ -1,32 +1,17 @@
 // Numbering all procedures of one module of 4,000 to 64,000 lines. The time per line must not grow with the
 // module: the complexity report says O(N) when all is well. Items are lines.
 
-#include "bench/numbering.h"
+#include "bench/project_walk.h"
 #include "tests/support/project_generator.h"
 #include "workspace/workspace.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include <benchmark/benchmark.h>
 
 namespace lintara::bench {
 namespace {
-
-std::unique_ptr<workspace::Workspace> WorkspaceWith(const std::string& bytes) {
-    auto component = std::make_unique<workspace::Component>();
-    component->name = u"Generated";
-    component->type = hostmodel::ComponentType::Class;
-    const std::size_t codeBegin = bytes.find("Option Explicit");
-    component->module =
-        std::make_unique<workspace::Module>(bytes, codeBegin, *workspace::FindEncoding("1252"));
-    auto project = std::make_unique<workspace::Project>(u"Generated", "");
-    project->Add(std::move(component));
-    auto opened = std::make_unique<workspace::Workspace>();
-    opened->Add(std::move(project));
-    return opened;
-}
 
 void NumberModule(benchmark::State& state, double propertyShare) {
     constexpr std::size_t linesOfAProcedure = 19;
@@ -35,11 +20,11 @@ void NumberModule(benchmark::State& state, double propertyShare) {
         {.lines = lines, .procedures = lines / linesOfAProcedure, .propertyShare = propertyShare});
     for (auto _ : state) {
         state.PauseTiming();
-        auto opened = WorkspaceWith(bytes);
+        auto opened = WorkspaceWith(bytes, bytes.find("Option Explicit"));
+        ProjectWalk walk(*opened);
         state.ResumeTiming();
-        Lintara library = LibraryOver(*opened);
-        const std::size_t names = NumberProject(library, *opened->projects().front());
-        state.counters["calls"] = static_cast<double>(names);
+        walk.InsertNumbers();
+        state.counters["calls"] = static_cast<double>(walk.names());
         state.PauseTiming();
         opened.reset();
         state.ResumeTiming();

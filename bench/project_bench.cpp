@@ -1,7 +1,7 @@
-// A project of 450,000 lines in 600 files: reading it, indexing its procedures, numbering all of them, and
-// writing it back. Items are lines.
+// A project of 450,000 lines in 600 files: reading it, indexing its procedures, editing all of them, and
+// writing it back. Items are lines of the project as it is on the disk.
 
-#include "bench/numbering.h"
+#include "bench/project_walk.h"
 #include "tests/support/project_generator.h"
 #include "workspace/open.h"
 #include "workspace/save.h"
@@ -107,17 +107,23 @@ void IndexProject(benchmark::State& state) {
     CountWork(state);
 }
 
-void NumberWholeProject(benchmark::State& state) {
+using Step = void (ProjectWalk::*)();
+
+// One walk over the project, after another one that is not measured, if `before` is given.
+void EditProject(benchmark::State& state, Step step, Step before) {
     for (auto _ : state) {
         state.PauseTiming();
         auto opened = std::make_unique<workspace::Workspace>();
         if (!Load(*opened, state)) {
             return;
         }
+        ProjectWalk walk(*opened);
+        if (before != nullptr) {
+            (walk.*before)();
+        }
         state.ResumeTiming();
-        Lintara library = LibraryOver(*opened);
-        const std::size_t names = NumberProject(library, *opened->projects().front());
-        state.counters["calls"] = static_cast<double>(names);
+        (walk.*step)();
+        state.counters["calls"] = static_cast<double>(walk.names());
         state.PauseTiming();
         opened.reset();
         state.ResumeTiming();
@@ -133,8 +139,7 @@ void SaveProject(benchmark::State& state) {
         if (!Load(*opened, state)) {
             return;
         }
-        Lintara library = LibraryOver(*opened);
-        NumberProject(library, *opened->projects().front());
+        ProjectWalk(*opened).InsertBoth();
         state.ResumeTiming();
         const auto saved = workspace::Save(*opened, {});
         state.PauseTiming();
@@ -152,7 +157,12 @@ void SaveProject(benchmark::State& state) {
 
 BENCHMARK(LoadProject)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(IndexProject)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(NumberWholeProject)->Unit(benchmark::kMillisecond)->UseRealTime();
+#define LINTARA_BENCH_WALK(name, step, before) \
+    BENCHMARK_CAPTURE(EditProject, name, step, before)->Unit(benchmark::kMillisecond)->UseRealTime()
+
+LINTARA_BENCH_WALK(InsertNumbers, &ProjectWalk::InsertNumbers, nullptr);
+LINTARA_BENCH_WALK(InsertBoth, &ProjectWalk::InsertBoth, nullptr);
+LINTARA_BENCH_WALK(RemoveBoth, &ProjectWalk::RemoveBoth, &ProjectWalk::InsertBoth);
 BENCHMARK(SaveProject)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
 }  // namespace

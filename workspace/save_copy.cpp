@@ -33,6 +33,7 @@ constexpr std::array<std::string_view, 7> companionExtensions = {".frx", ".ctx",
 struct CopiedFile {
     fs::path source;                       // from the root
     const Component* component = nullptr;  // whose present text it gets; null: it is copied as it is
+    const AddedFile* added = nullptr;      // what it is instead of a copy
     fs::path target;                       // below the output folder
     fs::path temporary;
     std::optional<Diagnostic> error;
@@ -51,6 +52,17 @@ fs::path CommonFolder(const fs::path& a, const fs::path& b) {
     return common;
 }
 
+WriteResult WriteNew(const fs::path& path, mode_t mode, std::string_view bytes) {
+    auto made = CreateNew(path);
+    if (!made) {
+        return std::unexpected(NotCreatedMessage(made.error()));
+    }
+    if (::fchmod(made->get(), mode) != 0) {
+        return std::unexpected("its mode cannot be kept: " + SystemMessage(errno));
+    }
+    return WriteAll(made->get(), bytes);
+}
+
 // Makes the copy, in two passes: all files are written under temporary names first, then they take their
 // places. Until then nothing in the output folder has changed.
 class Copier {
@@ -65,6 +77,7 @@ class Copier {
     void AddFile(const fs::path& path, const Component* component);
     void AddCompanions(const fs::path& component);
     void PlaceFiles();
+    void PlaceAddedFiles();
     void CheckTargets();
     void MakeFolders();
     bool MakeFolder(const fs::path& folder);
@@ -113,7 +126,7 @@ std::expected<std::vector<fs::path>, Diagnostics> Copier::Run() {
 void Copier::AddFile(const fs::path& path, const Component* component) {
     fs::path source = AbsolutePath(path);
     if (known_.insert(source).second) {
-        files_.push_back({std::move(source), component, {}, {}, std::nullopt});
+        files_.push_back({std::move(source), component, nullptr, {}, {}, std::nullopt});
         return;
     }
     // Two projects may share a component; the copy holds what either did to it, unless both did.
@@ -178,7 +191,22 @@ void Copier::PlaceFiles() {
     const TemporaryNames names;
     for (std::size_t i = 0; i < files_.size(); ++i) {
         files_[i].target = output_ / files_[i].source.lexically_relative(*root);
+    }
+    PlaceAddedFiles();
+    for (std::size_t i = 0; i < files_.size(); ++i) {
         files_[i].temporary = names.Beside(files_[i].target, i);
+    }
+}
+
+void Copier::PlaceAddedFiles() {
+    for (const AddedFile& added : options_.added) {
+        for (const CopiedFile& file : files_) {
+            if (file.target.parent_path() == output_ &&
+                SameName(FromUtf8(file.target.filename().string()), FromUtf8(added.name))) {
+                Fail(file.source, "has the name of a file that the copy gets on top; rename it");
+            }
+        }
+        files_.push_back({{}, nullptr, &added, output_ / added.name, {}, std::nullopt});
     }
 }
 
@@ -247,6 +275,9 @@ void Copier::MakeFolders() {
 
 WriteResult Copier::WriteFile(const CopiedFile& file) const {
     Step();
+    if (file.added != nullptr) {
+        return WriteNew(file.temporary, 0644, file.added->bytes);
+    }
     struct stat status {};
     if (::stat(file.source.c_str(), &status) != 0) {
         return std::unexpected("cannot be read: " + SystemMessage(errno));
@@ -261,15 +292,8 @@ WriteResult Copier::WriteFile(const CopiedFile& file) const {
         }
         bytes = std::move(content->bytes);
     }
-    auto made = CreateNew(file.temporary);
-    if (!made) {
-        return std::unexpected(NotCreatedMessage(made.error()));
-    }
     // A copy is for working with, also where the source is read-only.
-    if (::fchmod(made->get(), (status.st_mode & 0777) | S_IWUSR) != 0) {
-        return std::unexpected("its mode cannot be kept: " + SystemMessage(errno));
-    }
-    return WriteAll(made->get(), bytes);
+    return WriteNew(file.temporary, (status.st_mode & 0777) | S_IWUSR, bytes);
 }
 
 void Copier::WriteAllFiles() {
@@ -291,6 +315,12 @@ void Copier::WriteAllFiles() {
 }
 
 void Copier::PutInPlace() {
+    for (const CopiedFile& file : files_) {
+        if (file.added != nullptr) {
+            Step();
+            ::unlink(file.target.c_str());
+        }
+    }
     for (const CopiedFile& file : files_) {
         Step();
         if (::rename(file.temporary.c_str(), file.target.c_str()) != 0) {
