@@ -1,7 +1,8 @@
 #include "cli/command.h"
 
-#include "cli/commands.h"
-#include "cli/options.h"
+#include "cli/machine.h"
+#include "cli/options/command_line.h"
+#include "cli/options/layers.h"
 #include "cli/terminal_text.h"
 
 #include <csignal>
@@ -13,29 +14,21 @@
 namespace lintara::cli {
 namespace {
 
-ExitStatus Dispatch(const Options& options, Streams& streams) {
-    switch (options.verb) {
-        case Verb::List:
-            return RunListCommand(options, streams);
-        case Verb::Insert:
-        case Verb::Remove:
-            return RunEditCommand(options, streams);
-        case Verb::Member:
-            return RunMemberCommand(options, streams);
-        case Verb::Recover:
-            return RunRecoverCommand(options, streams);
+ExitStatus RunChecked(std::span<const std::string> arguments, Environment& environment, Connect connect) {
+    Streams& streams = environment.streams;
+    const auto given = ParseCommandLine(arguments);
+    if (!given) {
+        streams.out.Write(given.error().out);
+        streams.err.Write(given.error().err);
+        return given.error().status;
     }
-    return ExitStatus::Usage;
-}
-
-ExitStatus RunChecked(std::span<const std::string> arguments, Streams& streams) {
-    const auto options = ParseCommandLine(arguments);
-    if (!options) {
-        streams.out.Write(options.error().out);
-        streams.err.Write(options.error().err);
-        return options.error().status;
+    connect(environment);
+    try {
+        return given->command().run(WithLayers(*given, environment), environment);
+    } catch (const UsageError& error) {
+        streams.err.Write(Complaint(given->command(), error.what()));
+        return ExitStatus::Usage;
     }
-    return Dispatch(*options, streams);
 }
 
 bool EnvironmentHas(const char* name) {
@@ -50,10 +43,11 @@ bool TerminalIsDumb() {
 
 }  // namespace
 
-ExitStatus Run(std::span<const std::string> arguments, Streams& streams) {
+ExitStatus Run(std::span<const std::string> arguments, Environment& environment, Connect connect) {
+    Streams& streams = environment.streams;
     ExitStatus status = ExitStatus::Failed;
     try {
-        status = RunChecked(arguments, streams);
+        status = RunChecked(arguments, environment, connect);
     } catch (const std::exception& exception) {
         streams.err.Write("lintara: error: " + Printable(std::string_view(exception.what())) + "\n");
         return ExitStatus::Failed;
@@ -70,14 +64,16 @@ int Main(int argc, char** argv) {
     // A file that outgrows its limit is an error like a full disk, not the end of the process.
     std::signal(SIGXFSZ, SIG_IGN);
 #endif
+    DescriptorSource in(STDIN_FILENO);
     DescriptorSink out(STDOUT_FILENO);
     DescriptorSink err(STDERR_FILENO);
-    Streams streams{.out = out, .err = err};
+    Environment environment{.streams = {.in = in, .out = out, .err = err}};
+    Streams& streams = environment.streams;
     streams.outIsTerminal = ::isatty(STDOUT_FILENO) == 1;
     streams.errIsTerminal = ::isatty(STDERR_FILENO) == 1;
     streams.wantsColor = !EnvironmentHas("NO_COLOR") && !TerminalIsDumb();
     const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    return static_cast<int>(Run(arguments, streams));
+    return static_cast<int>(Run(arguments, environment, ConnectToMachine));
 }
 
 }  // namespace lintara::cli

@@ -1,17 +1,24 @@
-// What --help says beyond the list of options: examples, what the scopes mean, the exit statuses.
+// Paragraphs that the help of several commands shares. They are macros because the help of a command is one
+// literal, put together from its own paragraphs and these.
 #pragma once
 
-#include "cli/options.h"
+#define LINTARA_EDITING_STATUSES                                           \
+    "\nExit status:\n"                                                     \
+    "  0  done\n"                                                          \
+    "  1  --check found changes\n"                                         \
+    "  2  wrong usage, or a name that the project does not have\n"         \
+    "  3  the project could not be read or written; nothing was changed\n" \
+    "  4  some procedures were skipped and --strict was given; the others were edited\n"
 
-#include <string_view>
+#define LINTARA_READING_STATUSES                                   \
+    "\nExit status:\n"                                             \
+    "  0  done\n"                                                  \
+    "  2  wrong usage, or a name that the project does not have\n" \
+    "  3  the project could not be read\n"
 
-namespace lintara::cli {
-
-[[nodiscard]] std::string_view ProgramDescription();
-[[nodiscard]] std::string_view ProgramFooter();
-
-[[nodiscard]] std::string_view VerbName(Verb verb);
-[[nodiscard]] std::string_view VerbDescription(Verb verb);
-[[nodiscard]] std::string_view VerbFooter(Verb verb);
-
-}  // namespace lintara::cli
+#define LINTARA_SCOPE                                                                               \
+    "\nHow the scope works:\n"                                                                      \
+    "  Without a scope, the whole project is edited. --component and --procedure narrow it; both\n" \
+    "  may be given several times, and in their patterns * stands for any characters and ? for\n"   \
+    "  one. Letter case does not matter. In a group of projects, Project.Component names one.\n"    \
+    "  --at takes the procedure under a caret; its line is the one that the IDE shows.\n"

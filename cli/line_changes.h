@@ -24,11 +24,11 @@ using FileLines = std::vector<std::string_view>;
 
 [[nodiscard]] FileLines SplitFile(std::string_view bytes, const workspace::Encoding& encoding);
 
-// Linear in the number of lines: states of as many lines are compared line by line, which is exact for edits
-// that insert and delete none. Otherwise one change spans all from the first difference to the last.
+// The changes in order; between two of them stands at least one line that stayed. They are few, though not
+// always the fewest: the time grows with the number of lines alone, however much differs.
 [[nodiscard]] std::vector<LineChange> CompareLines(const FileLines& before, const FileLines& after);
 
-// How many lines were changed, inserted or deleted.
+// How many lines were changed, inserted or deleted; a line that gave way to another counts once.
 [[nodiscard]] std::size_t CountChangedLines(const std::vector<LineChange>& changes);
 
 }  // namespace lintara::cli

@@ -22,16 +22,23 @@ void Messages::Note(std::string_view text) {
     }
 }
 
+void Messages::NoteAt(const workspace::Diagnostic& diagnostic, std::string_view code) {
+    if (!quiet_) {
+        Write(diagnostic, "note", code);
+    }
+}
+
 void Messages::WarnOf(const ComponentReport& component) {
     if (quiet_) {
         return;
     }
     const workspace::Component& c = *component.component;
     for (const SkippedProcedure& skipped : component.skipped) {
-        Warning({c.path, c.module->FileLine(skipped.at), SkipSentence(skipped, c)}, CodeOf(skipped.reason));
+        Warning({c.path, c.module->OriginalFileLine(skipped.at), SkipSentence(skipped, c)},
+                CodeOf(skipped.reason));
     }
     for (const Remark& remark : component.remarks) {
-        Warning({c.path, c.module->FileLine(remark.at), remark.message}, remark.code);
+        Warning({c.path, c.module->OriginalFileLine(remark.at), remark.message}, remark.code);
     }
 }
 

@@ -19,6 +19,7 @@ class Messages {
     void Errors(const workspace::Diagnostics& diagnostics);
     void Warning(const workspace::Diagnostic& diagnostic, std::string_view code = {});
     void Note(std::string_view text);
+    void NoteAt(const workspace::Diagnostic& diagnostic, std::string_view code);
 
     // A warning for each procedure that was skipped, and the remarks.
     void WarnOf(const ComponentReport& component);

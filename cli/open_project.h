@@ -1,13 +1,16 @@
 // Opens the project that a command line names, as every command does.
 #pragma once
 
+#include "cli/environment.h"
 #include "cli/exit_status.h"
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/progress.h"
+#include "hostmodel/globals.h"
 #include "workspace/open.h"
 
 #include <expected>
+#include <memory>
 
 namespace lintara::cli {
 
@@ -16,13 +19,23 @@ struct OpenFailure {
     workspace::Diagnostics errors;
 };
 
-// The value holds warnings.
-[[nodiscard]] std::expected<workspace::Diagnostics, OpenFailure> OpenProject(workspace::Workspace& workspace,
-                                                                             const Options& options,
-                                                                             Progress& progress);
+struct OpenedProject {
+    workspace::Diagnostics warnings;
+    workspace::Diagnostics unreadable;  // about components that were left out, with --keep-going
+};
+
+// Reads standard input when that holds the component.
+[[nodiscard]] std::expected<OpenedProject, OpenFailure> OpenProject(workspace::Workspace& workspace,
+                                                                    const ReadOptions& options, Source& in,
+                                                                    Progress& progress);
 
 // For commands that only read: tells what is wrong, too. The error is the status to end with.
 [[nodiscard]] std::expected<workspace::Diagnostics, ExitStatus> OpenOrComplain(
-    workspace::Workspace& workspace, const Options& options, Progress& progress, Messages& messages);
+    workspace::Workspace& workspace, const ReadOptions& options, Source& in, Progress& progress,
+    Messages& messages);
+
+// The services object over the workspace, on this machine.
+[[nodiscard]] std::shared_ptr<hostmodel::Globals> MakeGlobals(workspace::Workspace& workspace,
+                                                              const Environment& environment);
 
 }  // namespace lintara::cli

@@ -1,21 +1,18 @@
-// What the command line asks for, as plain data. Parsing checks all that can be checked without the project:
-// numbers, combinations that contradict, patterns that say nothing.
+// What the command line asks for, as plain data: the parts that several commands share. Reading them checks
+// all that can be checked without the project (cli/options/shared_options.h).
 #pragma once
 
 #include "base/position.h"
-#include "cli/exit_status.h"
+#include "base/text.h"
+#include "cli/text_source.h"
 
 #include <cstdint>
-#include <expected>
 #include <filesystem>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
 namespace lintara::cli {
-
-enum class Verb { List, Insert, Remove, Member, Recover };
 
 enum class Scope { Project, Component, Procedure };
 
@@ -32,53 +29,67 @@ struct ScopeOptions {
     Scope scope = Scope::Project;
     std::vector<std::string> components;  // patterns; empty: all
     std::vector<std::string> procedures;  // patterns; empty: all
+    std::vector<std::string> excluded;    // patterns of components and of Component.Procedure
     std::optional<CaretPlace> at;
 };
+
+// Where a number comes from: its procedure's first line and the step, or its line in the module.
+enum class Numbering { Procedure, Module };
 
 struct NumberOptions {
     std::int32_t base = 10000;
     std::int32_t step = 5;
     bool renumber = false;
+    Numbering numbering = Numbering::Procedure;
 };
 
+struct HandlerOptions {
+    Text label;
+    TextSource code;
+    bool refresh = false;
+};
+
+// Which edits a command does, or looks for.
+struct WorkOptions {
+    bool errorHandlers = false;
+    bool lineNumbers = false;
+};
+
+// What to open.
 struct ReadOptions {
+    std::filesystem::path path;
     std::string codePage;  // empty: the workspace's default
     bool recursive = false;
     bool skipMissing = false;
+    bool keepGoing = false;  // with components that cannot be read left out
+    std::optional<std::filesystem::path>
+        stdinFilename;  // the component comes from standard input, under that name
 };
 
 struct EditOptions {
     bool check = false;
     bool diff = false;
+    bool list = false;
     std::optional<std::filesystem::path> output;
     std::string backupSuffix;
     bool exact = false;
     bool strict = false;
     double waitSeconds = 10;
 
-    [[nodiscard]] bool writesInPlace() const { return !check && !diff && !output; }
+    [[nodiscard]] bool writesInPlace() const { return !check && !diff && !list && !output; }
 };
 
-struct Options {
-    Verb verb = Verb::List;
-    std::filesystem::path path;
-    ReadOptions read;
-    ScopeOptions scope;
-    NumberOptions numbers;
-    EditOptions edit;
+struct OutputOptions {
     bool json = false;
     bool quiet = false;
 };
 
-// A command line that ends the run at once: help or the version on standard output, or a complaint on
-// standard error.
-struct EarlyExit {
-    ExitStatus status = ExitStatus::Usage;
-    std::string out;
-    std::string err;
+// Of a command that edits a project.
+struct EditCommandOptions {
+    ReadOptions read;
+    ScopeOptions scope;
+    EditOptions edit;
+    OutputOptions output;
 };
-
-// `arguments` are those behind the program's name.
-[[nodiscard]] std::expected<Options, EarlyExit> ParseCommandLine(std::span<const std::string> arguments);
 
 }  // namespace lintara::cli

@@ -46,6 +46,16 @@ std::vector<ProcedureGroup> GroupProcedures(std::vector<ProcedureInfo> procedure
     return groups;
 }
 
+void Refresh(ProcedureGroup& group, const workspace::Module& module) {
+    for (auto* procedures : {&group.reached, &group.unreached}) {
+        for (ProcedureInfo& procedure : *procedures) {
+            if (procedure.number < module.CountOfProcedures()) {
+                procedure = module.Procedure(procedure.number);
+            }
+        }
+    }
+}
+
 std::string_view KindWord(const ProcedureInfo& procedure) {
     switch (procedure.kind) {
         case MemberKind::vbext_pk_Proc:

@@ -20,6 +20,10 @@ struct ProcedureGroup {
 // In order of first appearance. Names that differ only in case are one.
 [[nodiscard]] std::vector<ProcedureGroup> GroupProcedures(std::vector<workspace::ProcedureInfo> procedures);
 
+// Takes over where the procedures of the group stand now, after edits that moved them. One that is gone, as
+// an exact edit may leave it, stays where it was.
+void Refresh(ProcedureGroup& group, const workspace::Module& module);
+
 // "Sub", "Function", "Property Get" ...
 [[nodiscard]] std::string_view KindWord(const workspace::ProcedureInfo& procedure);
 

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "cli/messages.h"
-#include "cli/options.h"
 #include "workspace/project_lock.h"
 
 #include <expected>
+#include <filesystem>
 
 namespace lintara::cli {
 
-[[nodiscard]] std::expected<workspace::ProjectLock, workspace::Diagnostic> LockProject(const Options& options,
-                                                                                       Messages& messages);
+[[nodiscard]] std::expected<workspace::ProjectLock, workspace::Diagnostic> LockProject(
+    const std::filesystem::path& path, double waitSeconds, Messages& messages);
 
 }  // namespace lintara::cli

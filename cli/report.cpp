@@ -22,7 +22,7 @@ Json ProcedureObject(const Text& name, std::string_view kind, Line line, const w
     return {{"name", JsonText(name)},
             {"kind", kind},
             {"line", line.value()},
-            {"fileLine", module.FileLine(line)}};
+            {"fileLine", module.OriginalFileLine(line)}};
 }
 
 Json ComponentObject(const ComponentReport& report) {
@@ -38,13 +38,17 @@ Json ComponentObject(const ComponentReport& report) {
         object["message"] = procedure.message;
         skipped.push_back(std::move(object));
     }
-    return {{"project", JsonText(report.project->name())},
-            {"component", JsonText(report.component->name)},
-            {"kind", KindWord(report.component->type)},
-            {"file", JsonPath(report.component->path)},
-            {"linesChanged", report.linesChanged},
-            {"edited", std::move(edited)},
-            {"skipped", std::move(skipped)}};
+    Json object = {{"project", JsonText(report.project->name())},
+                   {"component", JsonText(report.component->name)},
+                   {"kind", KindWord(report.component->type)},
+                   {"file", JsonPath(report.component->path)},
+                   {"linesChanged", report.linesChanged},
+                   {"edited", std::move(edited)},
+                   {"skipped", std::move(skipped)}};
+    if (report.found) {
+        object["found"] = *report.found;
+    }
+    return object;
 }
 
 Json WarningsOf(const Report& report) {
@@ -55,12 +59,13 @@ Json WarningsOf(const Report& report) {
     for (const ComponentReport& component : report.components) {
         const workspace::Component& c = *component.component;
         for (const SkippedProcedure& skipped : component.skipped) {
-            warnings.push_back(DiagnosticObject(
-                {c.path, c.module->FileLine(skipped.at), SkipSentence(skipped, c)}, CodeOf(skipped.reason)));
+            warnings.push_back(
+                DiagnosticObject({c.path, c.module->OriginalFileLine(skipped.at), SkipSentence(skipped, c)},
+                                 CodeOf(skipped.reason)));
         }
         for (const Remark& remark : component.remarks) {
-            warnings.push_back(
-                DiagnosticObject({c.path, c.module->FileLine(remark.at), remark.message}, remark.code));
+            warnings.push_back(DiagnosticObject(
+                {c.path, c.module->OriginalFileLine(remark.at), remark.message}, remark.code));
         }
     }
     return warnings;
@@ -86,6 +91,26 @@ std::string_view CodeOf(SkipReason reason) {
             return "duplicate-procedure";
         case SkipReason::NameClash:
             return "name-clash";
+        case SkipReason::EmptyBody:
+            return "empty-body";
+        case SkipReason::OutsideBody:
+            return "outside-body";
+        case SkipReason::AlreadyInserted:
+            return "already-inserted";
+        case SkipReason::BreaksProcedure:
+            return "breaks-procedure";
+        case SkipReason::MarkerPrefix:
+            return "marker-prefix";
+        case SkipReason::MarkerMismatch:
+            return "marker-mismatch";
+        case SkipReason::HiddenLines:
+            return "hidden-lines";
+        case SkipReason::LabelExists:
+            return "label-exists";
+        case SkipReason::LabelPrefix:
+            return "label-prefix";
+        case SkipReason::LabelMismatch:
+            return "label-mismatch";
     }
     return "";
 }
@@ -108,7 +133,7 @@ std::size_t Report::componentsChanged() const {
 
 std::string SkipSentence(const SkippedProcedure& skipped, const workspace::Component& component) {
     return std::string(skipped.kind) + " " + Printable(skipped.name) + " in " + Printable(component.name) +
-           " was skipped: " + skipped.message;
+           " " + std::string(skipped.fate) + ": " + skipped.message;
 }
 
 std::string ToJson(const Report& report) {

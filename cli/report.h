@@ -1,4 +1,5 @@
-// What an editing command did, gathered while it runs and printed at its end.
+// What an editing command did, gathered while it runs and printed at its end. All lines are those that the
+// files had when the command began.
 #pragma once
 
 #include "base/position.h"
@@ -9,6 +10,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +27,16 @@ enum class SkipReason {
     NumberingLimit,
     DuplicateProcedure,
     NameClash,
+    EmptyBody,
+    OutsideBody,
+    AlreadyInserted,
+    BreaksProcedure,
+    MarkerPrefix,
+    MarkerMismatch,
+    HiddenLines,
+    LabelExists,
+    LabelPrefix,
+    LabelMismatch,
 };
 
 // "range-mismatch" and so on; part of the report's format.
@@ -43,6 +55,7 @@ struct SkippedProcedure {
     SkipReason reason = SkipReason::RangeMismatch;
     Line at;  // what the message is about
     std::string message;
+    std::string_view fate = "was skipped";  // what became of it
 };
 
 // What is worth to know about an edited procedure.
@@ -57,6 +70,7 @@ struct ComponentReport {
     const workspace::Component* component = nullptr;
     bool changed = false;
     std::size_t linesChanged = 0;
+    std::optional<bool> found = std::nullopt;  // of a search: whether there was any match
     std::vector<EditedProcedure> edited = {};
     std::vector<SkippedProcedure> skipped = {};
     std::vector<Remark> remarks = {};

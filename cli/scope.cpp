@@ -1,5 +1,6 @@
 #include "cli/scope.h"
 
+#include "cli/exclusions.h"
 #include "cli/near_names.h"
 #include "cli/terminal_text.h"
 #include "cli/wildcard.h"
@@ -185,13 +186,16 @@ std::expected<std::vector<ScopedComponent>, std::string> ResolveScope(const Work
                 return std::unexpected(selected.error());
             }
         }
-        return std::vector{std::move(*found)};
+        std::vector<ScopedComponent> scope{std::move(*found)};
+        LeaveOutExcluded(workspace, options.excluded, scope);
+        return scope;
     }
     auto scope = SelectComponents(workspace, options);
     if (scope) {
         if (const auto selected = SelectProcedures(*scope, options); !selected) {
             return std::unexpected(selected.error());
         }
+        LeaveOutExcluded(workspace, options.excluded, *scope);
     }
     return scope;
 }

@@ -18,7 +18,8 @@ struct ScopedComponent {
     std::vector<ProcedureGroup> groups;  // in order of appearance, a name once
 };
 
-// The error names the option and what it does not find, and suggests near names.
+// Without what is excluded (cli/exclusions.h). The error names the option and what it does not find, and
+// suggests near names.
 [[nodiscard]] std::expected<std::vector<ScopedComponent>, std::string> ResolveScope(
     const workspace::Workspace& workspace, const ScopeOptions& options);
 

@@ -1,6 +1,8 @@
 #include "cli/streams.h"
 
+#include <array>
 #include <cerrno>
+#include <system_error>
 #include <unistd.h>
 
 namespace lintara::cli {
@@ -26,6 +28,23 @@ bool DescriptorSink::DoWrite(std::string_view bytes) {
         }
     }
     return true;
+}
+
+std::expected<std::string, std::string> DescriptorSource::ReadAll() {
+    std::string bytes;
+    std::array<char, 64 * 1024> block;
+    for (;;) {
+        const ssize_t count = ::read(descriptor_, block.data(), block.size());
+        if (count == 0) {
+            return bytes;
+        }
+        if (count > 0) {
+            bytes.append(block.data(), static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            return std::unexpected("standard input cannot be read: " +
+                                   std::error_code(errno, std::generic_category()).message());
+        }
+    }
 }
 
 }  // namespace lintara::cli

@@ -1,10 +1,13 @@
-// Where a run writes: standard output for results, standard error for messages. Tests hand in strings.
+// What a run reads from and writes to: standard input, standard output for results, standard error for
+// messages. Tests hand in strings.
 #pragma once
 
 #include <chrono>
+#include <expected>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace lintara::cli {
 
@@ -44,15 +47,41 @@ class DescriptorSink : public Sink {
     int descriptor_;
 };
 
-using Clock = std::function<std::chrono::steady_clock::time_point()>;
+class Source {
+  public:
+    virtual ~Source() = default;
+
+    // All there is. The error is a sentence.
+    [[nodiscard]] virtual std::expected<std::string, std::string> ReadAll() = 0;
+};
+
+class StringSource : public Source {
+  public:
+    std::string text;
+
+    std::expected<std::string, std::string> ReadAll() override { return std::exchange(text, {}); }
+};
+
+class DescriptorSource : public Source {
+  public:
+    explicit DescriptorSource(int descriptor) : descriptor_(descriptor) {}
+
+    std::expected<std::string, std::string> ReadAll() override;
+
+  private:
+    int descriptor_;
+};
+
+using Now = std::function<std::chrono::steady_clock::time_point()>;
 
 struct Streams {
+    Source& in;
     Sink& out;
     Sink& err;
     bool outIsTerminal = false;
     bool errIsTerminal = false;
     bool wantsColor = true;  // false when the environment says NO_COLOR, or the terminal is a dumb one
-    Clock clock = [] { return std::chrono::steady_clock::now(); };
+    Now clock = [] { return std::chrono::steady_clock::now(); };
 };
 
 }  // namespace lintara::cli

@@ -98,36 +98,34 @@ class DiffWriter {
         for (std::size_t i = begin; i < end; ++i) {
             out_ += colored ? color : std::string_view();
             out_ += mark;
-            const std::string_view ending = WriteText(lines[i]);
+            const bool hasEnding = WriteText(lines[i]);
             out_ += colored ? Reset : std::string_view();
-            if (!style_.printable && ending.starts_with('\r')) {
-                out_ += '\r';
-            }
-            out_ += '\n';
-            if (ending.empty()) {
-                out_ += "\\ No newline at end of file\n";
-            }
+            out_ += hasEnding ? "\n" : "\n\\ No newline at end of file\n";
         }
     }
 
-    // Writes the line without its ending, which is returned.
-    std::string_view WriteText(std::string_view line) {
+    // Writes the line without its ending, and tells whether it has one. For a program a line feed alone ends
+    // a line.
+    bool WriteText(std::string_view line) {
         // For a program the diff holds the file's own bytes, so that it can be applied.
         if (encoding_.unitSize() != 1 || (style_.printable && !IsAscii(line))) {
             encoding_.Decode(line, decoded_);
             utf8_ = workspace::ToUtf8(decoded_);
             line = utf8_;
         }
-        const std::size_t endingLength = line.ends_with("\r\n")                         ? 2
-                                         : line.ends_with('\n') || line.ends_with('\r') ? 1
-                                                                                        : 0;
-        const std::string_view text = line.substr(0, line.size() - endingLength);
-        if (style_.printable) {
-            AppendPrintable(text, out_);
-        } else {
-            out_ += text;
+        const std::size_t size = line.size();
+        if (line.ends_with('\n')) {
+            line.remove_suffix(1);
         }
-        return line.substr(text.size());
+        if (style_.printable) {
+            if (line.ends_with('\r')) {
+                line.remove_suffix(1);
+            }
+            AppendPrintable(line, out_);
+        } else {
+            out_ += line;
+        }
+        return line.size() < size;
     }
 
     const FileLines& before_;
@@ -139,6 +137,40 @@ class DiffWriter {
     std::string utf8_;
 };
 
+void AppendChanges(std::string_view label, const FileLines& before, const FileLines& after,
+                   std::span<const LineChange> changes, const workspace::Encoding& encoding, DiffStyle style,
+                   std::string& out) {
+    DiffWriter writer(before, after, encoding, style, out);
+    writer.WriteHeader(label);
+    while (!changes.empty()) {
+        std::size_t end = 1;
+        while (end < changes.size() && changes[end].beforeBegin - changes[end - 1].beforeEnd <= 2 * Context) {
+            ++end;
+        }
+        writer.WriteHunk(changes.first(end));
+        changes = changes.subspan(end);
+    }
+}
+
+bool EndsInLoneCr(std::string_view line) {
+    return line.ends_with('\r');
+}
+
+// The same bytes, as views that end in a line feed each.
+FileLines JoinedAtLoneCrs(const FileLines& lines) {
+    FileLines joined;
+    bool open = false;
+    for (const std::string_view line : lines) {
+        if (open) {
+            joined.back() = {joined.back().data(), joined.back().size() + line.size()};
+        } else {
+            joined.push_back(line);
+        }
+        open = EndsInLoneCr(line);
+    }
+    return joined;
+}
+
 }  // namespace
 
 void AppendUnifiedDiff(std::string_view label, const FileLines& before, const FileLines& after,
@@ -147,15 +179,17 @@ void AppendUnifiedDiff(std::string_view label, const FileLines& before, const Fi
     if (changes.empty()) {
         return;
     }
-    DiffWriter writer(before, after, encoding, style, out);
-    writer.WriteHeader(label);
-    for (std::size_t first = 0; first < changes.size();) {
-        std::size_t end = first + 1;
-        while (end < changes.size() && changes[end].beforeBegin - changes[end - 1].beforeEnd <= 2 * Context) {
-            ++end;
-        }
-        writer.WriteHunk(std::span(changes).subspan(first, end - first));
-        first = end;
+    // A program that applies the diff knows no line that ends in CR alone.
+    const bool byLineFeeds =
+        !style.printable && encoding.unitSize() == 1 &&
+        (std::ranges::any_of(before, EndsInLoneCr) || std::ranges::any_of(after, EndsInLoneCr));
+    if (byLineFeeds) {
+        const FileLines joinedBefore = JoinedAtLoneCrs(before);
+        const FileLines joinedAfter = JoinedAtLoneCrs(after);
+        AppendChanges(label, joinedBefore, joinedAfter, CompareLines(joinedBefore, joinedAfter), encoding,
+                      style, out);
+    } else {
+        AppendChanges(label, before, after, changes, encoding, style, out);
     }
 }
 

@@ -13,13 +13,14 @@ namespace lintara::cli {
 struct DiffStyle {
     // Colours, for terminals that have them.
     bool color = false;
-    // For a terminal: no line ending but a line feed, and control characters as escapes. Otherwise each line
-    // keeps its own ending, so that what is piped can be applied.
+    // For a terminal: no line ending but a line feed, and control characters as escapes. Otherwise the lines
+    // are those that end in a line feed, with all their bytes, so that what is piped can be applied.
     bool printable = false;
 };
 
-// Appends the diff of one file to `out`, with three lines of context. Lines are decoded and written as UTF-8.
-// `label` is the path without a leading slash; it gets the usual a/ and b/.
+// Appends the diff of one file to `out`, with three lines of context. The lines are views of one text each;
+// they are decoded and written as UTF-8 where the file's own bytes would not do. `label` is the path without
+// a leading slash; it gets the usual a/ and b/.
 void AppendUnifiedDiff(std::string_view label, const FileLines& before, const FileLines& after,
                        const std::vector<LineChange>& changes, const workspace::Encoding& encoding,
                        DiffStyle style, std::string& out);

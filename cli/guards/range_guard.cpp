@@ -1,5 +1,7 @@
 #include "cli/guards/range_guard.h"
 
+#include "cli/input_line.h"
+
 #include <algorithm>
 
 namespace lintara::cli {
@@ -20,20 +22,20 @@ std::vector<LineRange> BodiesOf(const ProcedureGroup& group) {
     return bodies;
 }
 
-std::string Describe(const LineRange& range) {
-    return range.count() == 1 ? "line " + std::to_string(range.begin.value())
-                              : "lines " + std::to_string(range.begin.value()) + " to " +
-                                    std::to_string((range.end - 1).value());
+std::string Describe(const LineRange& range, const workspace::Module& module) {
+    const std::string first = std::to_string(InputLine(module, range.begin).value());
+    const std::string last = std::to_string(InputLine(module, range.end - 1).value());
+    return first == last ? "line " + first : "lines " + first + " to " + last;
 }
 
-std::string Describe(const std::vector<LineRange>& ranges) {
+std::string Describe(const std::vector<LineRange>& ranges, const workspace::Module& module) {
     if (ranges.empty()) {
         return "no lines";
     }
     std::string text;
     for (std::size_t i = 0; i < ranges.size(); ++i) {
         text += i == 0 ? "" : i + 1 == ranges.size() ? " and " : ", ";
-        text += Describe(ranges[i]);
+        text += Describe(ranges[i], module);
     }
     return text;
 }
@@ -87,9 +89,8 @@ std::optional<RangeMismatch> CompareRanges(const transform::ProcedureRanges& ran
         mismatch.message = "it is never closed";
         return mismatch;
     }
-    mismatch.message = "its code is " + Describe(bodies) + ", but " + Describe(visited) +
-                       " would be edited; they differ at line " + std::to_string(mismatch.line.value()) +
-                       " (line " + std::to_string(module.FileLine(mismatch.line)) + " of the file)";
+    mismatch.message = "its code is " + Describe(bodies, module) + ", but " + Describe(visited, module) +
+                       " would be edited; they differ at " + InputPlace(module, mismatch.line);
     return mismatch;
 }
 

@@ -198,7 +198,9 @@ TEST_F(BadInput, FileThatChangesBetweenReadingAndSaving) {
     // The bar asks for the time whenever a part is done. Its text tells how far the run is.
     StringSink out;
     StringSink err;
-    Streams streams{.out = out, .err = err};
+    StringSource in;
+    Environment environment{.streams = {.in = in, .out = out, .err = err}};
+    Streams& streams = environment.streams;
     streams.errIsTerminal = true;
     std::chrono::steady_clock::time_point now;
     bool changed = false;
@@ -212,7 +214,7 @@ TEST_F(BadInput, FileThatChangesBetweenReadingAndSaving) {
     const std::string main = test.Read("Main.bas");
     const std::string stock = test.Read("lib/Stock.bas");
     const std::vector<std::string> arguments = {"insert", test.Path("Shop.vbp"), "--line-numbers"};
-    EXPECT_EQ(cli::Run(arguments, streams), ExitStatus::Failed);
+    EXPECT_EQ(cli::Run(arguments, environment), ExitStatus::Failed);
     EXPECT_TRUE(changed);
     EXPECT_THAT(err.text, HasSubstr("Main.bas: error: "));
     EXPECT_EQ(test.Read("lib/Stock.bas"), stock);

@@ -38,6 +38,11 @@ int StatusOf(pid_t child) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
 }
 
+// The settings of whoever runs the tests have no say.
+void ForgetTheUser() {
+    ::setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+}
+
 [[noreturn]] void Become(const std::vector<std::string>& arguments) {
     std::vector<char*> words;
     words.push_back(const_cast<char*>(binary.c_str()));
@@ -65,6 +70,7 @@ Ended RunBinary(
         ::dup2(pipe[1], STDERR_FILENO);
         ::close(pipe[0]);
         ::close(pipe[1]);
+        ForgetTheUser();
         prepare();
         Become(arguments);
     }
@@ -80,6 +86,7 @@ Ended RunOnTerminal(const std::vector<std::string>& arguments, const char* varia
     int terminal = -1;
     const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
+        ForgetTheUser();
         ::unsetenv("NO_COLOR");
         ::setenv("TERM", "xterm", 1);
         if (variable != nullptr) {
@@ -98,6 +105,29 @@ TEST(Binary, PrintsItsVersion) {
     const Ended ended = RunBinary({"--version"});
     EXPECT_EQ(ended.status, 0);
     EXPECT_THAT(ended.text, StartsWith("lintara "));
+}
+
+TEST(Binary, KeepsTheUsersSettingsInTheirFolder) {
+    CommandTest test;
+    test.WriteShop();
+    const auto home = [&] { ::setenv("XDG_CONFIG_HOME", test.Path("home").c_str(), 1); };
+    EXPECT_EQ(RunBinary({"settings", "set", "LNBase", "30000"}, home).status, 0);
+    EXPECT_THAT(test.Read("home/Tarnwick/settings.toml"), HasSubstr("LNBase = \"30000\""));
+    EXPECT_EQ(RunBinary({"settings", "get", "LNBase"}, home).text, "30000\n");
+    EXPECT_THAT(RunBinary({"insert", test.Path("Shop.vbp"), "--line-numbers", "--diff"}, home).text,
+                HasSubstr("30000:     count = 1"));
+}
+
+TEST(Binary, GoesOnWithDefaultsWhenTheSettingsAreDamaged) {
+    CommandTest test;
+    test.WriteShop();
+    test.Write("home/Tarnwick/settings.toml", "[CodeAutomation\n");
+    const auto home = [&] { ::setenv("XDG_CONFIG_HOME", test.Path("home").c_str(), 1); };
+    const Ended ended = RunBinary({"insert", test.Path("Shop.vbp"), "--line-numbers", "--diff"}, home);
+    EXPECT_THAT(ended.text,
+                StartsWith("lintara: warning: " + test.Path("home/Tarnwick/settings.toml") + ":1: "));
+    EXPECT_THAT(ended.text, HasSubstr("10000:     count = 1"));
+    EXPECT_THAT(RunBinary({"--version"}, home).text, StartsWith("lintara "));
 }
 
 TEST(Binary, ReturnsItsStatus) {

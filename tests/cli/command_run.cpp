@@ -46,11 +46,16 @@ Outcome CommandTest::Run(std::string_view line) const {
 Outcome CommandTest::Run(const std::vector<std::string>& arguments) const {
     StringSink out;
     StringSink err;
-    Streams streams{.out = out, .err = err};
+    StringSource in;
+    in.text = input;
+    Environment environment{.streams = {.in = in, .out = out, .err = err}};
+    environment.platform.settings = settings;
+    environment.stateFolder = state_.path() / "undo";
+    Streams& streams = environment.streams;
     streams.outIsTerminal = outIsTerminal;
     streams.errIsTerminal = errIsTerminal;
     streams.wantsColor = wantsColor;
-    const ExitStatus status = cli::Run(arguments, streams);
+    const ExitStatus status = cli::Run(arguments, environment);
     // Messages and results name the folder, which is another one each time.
     return {static_cast<int>(status), Replaced(out.text, folder().string(), "DIR"),
             Replaced(err.text, folder().string(), "DIR")};

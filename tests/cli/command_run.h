@@ -2,10 +2,12 @@
 #pragma once
 
 #include "cli/command.h"
+#include "platform/memory_settings.h"
 #include "tests/support/temporary_folder.h"
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,12 +37,21 @@ class CommandTest {
     Outcome Run(std::string_view line) const;
     Outcome Run(const std::vector<std::string>& arguments) const;
 
+    // What every run reads from standard input.
+    std::string input;
+    // The user's settings, kept from run to run.
+    std::shared_ptr<SettingsStore> settings = std::make_shared<platform::MemorySettings>();
+
     bool outIsTerminal = false;
     bool errIsTerminal = false;
     bool wantsColor = true;
 
+    // What programs keep for the user, kept from run to run.
+    [[nodiscard]] const std::filesystem::path& stateFolder() const { return state_.path(); }
+
   private:
     support::TemporaryFolder folder_;
+    support::TemporaryFolder state_;
 };
 
 // The text with every occurrence replaced.

@@ -169,7 +169,7 @@ TEST_F(EditCommand, OutputWritesACopyAndLeavesTheSources) {
     const Outcome outcome = test.Run("insert @Shop.vbp --line-numbers --output @out/numbered");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out,
-              "Numbered 3 procedures in 2 files, 5 lines; skipped 1 procedure; wrote 3 files to "
+              "Numbered 3 procedures in 2 files, 5 lines; skipped 1 procedure; wrote 4 files to "
               "DIR/out/numbered.\n");
     std::filesystem::rename(test.Path("out"), test.folder().string() + "-out");
     EXPECT_EQ(test.Files(), before);

@@ -1,5 +1,7 @@
 #include "tests/cli/edited_module.h"
 
+#include "cli/edits/number_insertion.h"
+#include "cli/edits/number_removal.h"
 #include "tests/cli/command_run.h"
 #include "workspace/encoding.h"
 #include "workspace/object_model.h"
@@ -38,22 +40,22 @@ EditedModule EditedModule::FromFile(std::string bytes) {
 }
 
 ComponentReport EditedModule::Insert(NumberOptions numbers, bool exact) {
-    Options options;
-    options.verb = Verb::Insert;
-    options.numbers = numbers;
-    options.edit.exact = exact;
-    return Edit(options);
+    return Edit(std::make_unique<NumberInsertion>(numbers), false, exact);
 }
 
 ComponentReport EditedModule::Remove(bool exact) {
-    Options options;
-    options.verb = Verb::Remove;
-    options.edit.exact = exact;
-    return Edit(options);
+    return Edit(std::make_unique<NumberRemoval>(), true, exact);
 }
 
-ComponentReport EditedModule::Edit(const Options& options) {
-    LineNumberEditor editor(*workspace_, std::make_shared<workspace::WorkspaceGlobals>(*workspace_), options);
+ComponentReport EditedModule::Edit(std::unique_ptr<ProcedureEdit> edit, bool backwards, bool exact) {
+    EditPlan plan{.backwards = backwards, .exact = exact};
+    plan.edits.push_back(std::move(edit));
+    return Edit(std::move(plan));
+}
+
+ComponentReport EditedModule::Edit(EditPlan plan, Platform platform) {
+    ProcedureEditor editor(*workspace_, std::make_shared<workspace::WorkspaceGlobals>(*workspace_),
+                           std::move(platform), std::move(plan));
     return editor.Edit({project_, component_, GroupProcedures(module().Procedures())});
 }
 

@@ -1,7 +1,7 @@
 // One component in memory, edited as the command does it: what comes out, and what is told about it.
 #pragma once
 
-#include "cli/line_number_editor.h"
+#include "cli/edits/procedure_editor.h"
 #include "cli/options.h"
 #include "cli/report.h"
 #include "workspace/workspace.h"
@@ -23,6 +23,10 @@ class EditedModule {
     // Each edits the module as it is now, and returns what the editor says.
     ComponentReport Insert(NumberOptions numbers = {}, bool exact = false);
     ComponentReport Remove(bool exact = false);
+    ComponentReport Edit(std::unique_ptr<ProcedureEdit> edit, bool backwards, bool exact);
+
+    // `platform` is what the library gets.
+    ComponentReport Edit(EditPlan plan, Platform platform = {});
 
     // The code as it is now, with "\n".
     [[nodiscard]] std::string Code() const;
@@ -33,7 +37,6 @@ class EditedModule {
 
   private:
     explicit EditedModule(std::unique_ptr<workspace::Module> module);
-    ComponentReport Edit(const Options& options);
 
     std::unique_ptr<workspace::Workspace> workspace_;
     workspace::Project* project_;

@@ -1,4 +1,7 @@
-#include "cli/options.h"
+#include "cli/options/command_line.h"
+#include "cli/options/option_values.h"
+#include "cli/options/shared_options.h"
+#include "tests/cli/command_run.h"
 
 #include <sstream>
 
@@ -11,74 +14,88 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-std::expected<Options, EarlyExit> Parse(const std::string& line) {
+std::vector<std::string> WordsOf(const std::string& line) {
     std::istringstream words(line);
     std::vector<std::string> arguments;
     for (std::string word; words >> word;) {
         arguments.push_back(word == "''" ? "" : word);
     }
-    return ParseCommandLine(arguments);
+    return arguments;
+}
+
+std::expected<OptionReader, EarlyExit> Parse(const std::string& line) {
+    return ParseCommandLine(WordsOf(line));
+}
+
+// What editing commands read of their options.
+struct Options {
+    EditCommandOptions common;
+    NumberOptions numbers;
+    WorkOptions work;
+};
+
+Options ReadOptionsOf(const OptionReader& given) {
+    return {ReadEditCommand(given), ReadNumbers(given), ReadWork(given)};
 }
 
 Options Parsed(const std::string& line) {
-    auto options = Parse(line);
-    EXPECT_TRUE(options) << line << ": " << (options ? "" : options.error().err);
-    return options.value_or(Options{});
+    const auto given = Parse(line);
+    EXPECT_TRUE(given) << line << ": " << (given ? "" : given.error().err);
+    return given ? ReadOptionsOf(*given) : Options{};
 }
 
 TEST(Options, OfInsertHaveTheUsualNumbers) {
     const Options options = Parsed("insert a.vbp --line-numbers");
-    EXPECT_EQ(options.verb, Verb::Insert);
-    EXPECT_EQ(options.path, "a.vbp");
+    EXPECT_EQ(options.common.read.path, "a.vbp");
     EXPECT_EQ(options.numbers.base, 10000);
     EXPECT_EQ(options.numbers.step, 5);
-    EXPECT_EQ(options.scope.scope, Scope::Project);
-    EXPECT_TRUE(options.edit.writesInPlace());
-    EXPECT_EQ(options.edit.waitSeconds, 10);
+    EXPECT_EQ(options.common.scope.scope, Scope::Project);
+    EXPECT_TRUE(options.common.edit.writesInPlace());
+    EXPECT_EQ(options.common.edit.waitSeconds, 10);
 }
 
 TEST(Options, AreTakenInAnyOrder) {
     const Options options = Parsed("insert --base 20000 --line-numbers --step=+7 a.vbp --strict -q --json");
     EXPECT_EQ(options.numbers.base, 20000);
     EXPECT_EQ(options.numbers.step, 7);
-    EXPECT_EQ(options.path, "a.vbp");
-    EXPECT_TRUE(options.edit.strict);
-    EXPECT_TRUE(options.quiet);
-    EXPECT_TRUE(options.json);
+    EXPECT_EQ(options.common.read.path, "a.vbp");
+    EXPECT_TRUE(options.common.edit.strict);
+    EXPECT_TRUE(options.common.output.quiet);
+    EXPECT_TRUE(options.common.output.json);
 }
 
 TEST(Options, OfReadingAndSaving) {
     const Options options = Parsed(
         "remove dir --line-numbers --recursive --skip-missing --code-page 1250 --backup .bak --wait 0.5");
-    EXPECT_EQ(options.verb, Verb::Remove);
-    EXPECT_TRUE(options.read.recursive);
-    EXPECT_TRUE(options.read.skipMissing);
-    EXPECT_EQ(options.read.codePage, "1250");
-    EXPECT_EQ(options.edit.backupSuffix, ".bak");
-    EXPECT_EQ(options.edit.waitSeconds, 0.5);
-    EXPECT_EQ(*Parsed("insert a --line-numbers -o out").edit.output, "out");
+    EXPECT_TRUE(options.common.read.recursive);
+    EXPECT_TRUE(options.common.read.skipMissing);
+    EXPECT_EQ(options.common.read.codePage, "1250");
+    EXPECT_EQ(options.common.edit.backupSuffix, ".bak");
+    EXPECT_EQ(options.common.edit.waitSeconds, 0.5);
+    EXPECT_EQ(*Parsed("insert a --line-numbers -o out").common.edit.output, "out");
 }
 
 TEST(Options, TellTheScopeByWhatIsGiven) {
-    EXPECT_EQ(Parsed("insert a --line-numbers --component M").scope.scope, Scope::Component);
-    EXPECT_EQ(Parsed("insert a --line-numbers --procedure P").scope.scope, Scope::Procedure);
-    EXPECT_EQ(Parsed("insert a --line-numbers --at M:3").scope.scope, Scope::Procedure);
-    EXPECT_EQ(Parsed("insert a --line-numbers --scope component --at M:3").scope.scope, Scope::Component);
-    EXPECT_EQ(Parsed("insert a --line-numbers --scope project").scope.scope, Scope::Project);
+    EXPECT_EQ(Parsed("insert a --line-numbers --component M").common.scope.scope, Scope::Component);
+    EXPECT_EQ(Parsed("insert a --line-numbers --procedure P").common.scope.scope, Scope::Procedure);
+    EXPECT_EQ(Parsed("insert a --line-numbers --at M:3").common.scope.scope, Scope::Procedure);
+    EXPECT_EQ(Parsed("insert a --line-numbers --scope component --at M:3").common.scope.scope,
+              Scope::Component);
+    EXPECT_EQ(Parsed("insert a --line-numbers --scope project").common.scope.scope, Scope::Project);
 }
 
 TEST(Options, RepeatPatternsWithoutSwallowingThePath) {
     const Options options =
         Parsed("insert --line-numbers --component A* --component B? --procedure *_Click a.vbp");
-    EXPECT_THAT(options.scope.components, ElementsAre("A*", "B?"));
-    EXPECT_THAT(options.scope.procedures, ElementsAre("*_Click"));
-    EXPECT_EQ(options.path, "a.vbp");
+    EXPECT_THAT(options.common.scope.components, ElementsAre("A*", "B?"));
+    EXPECT_THAT(options.common.scope.procedures, ElementsAre("*_Click"));
+    EXPECT_EQ(options.common.read.path, "a.vbp");
 }
 
 TEST(Options, ReadCarets) {
-    EXPECT_EQ(Parsed("member a --at Main:12").scope.at, (CaretPlace{"Main", Line(12), Column(1)}));
-    EXPECT_EQ(Parsed("member a --at Main:12:3").scope.at, (CaretPlace{"Main", Line(12), Column(3)}));
-    EXPECT_EQ(Parsed("member a --at a:b:12").scope.at, (CaretPlace{"a:b", Line(12), Column(1)}));
+    EXPECT_EQ(Parsed("member a --at Main:12").common.scope.at, (CaretPlace{"Main", Line(12), Column(1)}));
+    EXPECT_EQ(Parsed("member a --at Main:12:3").common.scope.at, (CaretPlace{"Main", Line(12), Column(3)}));
+    EXPECT_EQ(Parsed("member a --at a:b:12").common.scope.at, (CaretPlace{"a:b", Line(12), Column(1)}));
 }
 
 TEST(Options, LetAnythingPassWhenExact) {
@@ -95,20 +112,19 @@ struct UsageCase {
 class UsageErrors : public testing::TestWithParam<UsageCase> {};
 
 TEST_P(UsageErrors, AreExplained) {
-    const auto options = Parse(GetParam().line);
-    ASSERT_FALSE(options) << GetParam().line;
-    EXPECT_EQ(options.error().status, ExitStatus::Usage);
-    EXPECT_EQ(options.error().out, "");
-    EXPECT_THAT(options.error().err, HasSubstr(GetParam().complaint)) << GetParam().line;
-    EXPECT_THAT(options.error().err, HasSubstr("--help'.\n"));
+    const Outcome outcome = CommandTest().Run(WordsOf(GetParam().line));
+    EXPECT_EQ(outcome.status, static_cast<int>(ExitStatus::Usage)) << GetParam().line;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, HasSubstr(GetParam().complaint)) << GetParam().line;
+    EXPECT_THAT(outcome.err, HasSubstr("--help'.\n"));
 }
 
 const UsageCase usageCases[] = {
     {"frobnicate", "there is no command 'frobnicate'."},
     {"instert a", "Did you mean insert?"},
     {"insert --line-numbers", "PATH is required"},
-    {"insert a", "say what to insert: --line-numbers"},
-    {"remove a", "say what to remove: --line-numbers"},
+    {"insert a", "say what to insert: --error-handlers, --line-numbers or both"},
+    {"remove a", "say what to remove: --error-handlers, --line-numbers or both"},
     {"insert a b --line-numbers", "b"},
     {"insert a --line-numbers --bse 3", "--bse"},
     {"list a --line-numbers", "--line-numbers"},
@@ -145,7 +161,7 @@ const UsageCase usageCases[] = {
     {"insert a --line-numbers --diff --output d", "--diff writes nothing"},
     {"insert a --line-numbers --check --backup .b", "--backup keeps"},
     {"insert a --line-numbers --output d --backup .b", "--backup keeps"},
-    {"insert a --line-numbers --diff --json", "--diff and --json"},
+    {"insert a --line-numbers --diff --json", "--diff, --list and --json"},
     {"insert a --line-numbers --backup x/y", "--backup: 'x/y' is no suffix"},
     {"insert a --line-numbers --backup ''", "--backup: the value is empty"},
     {"insert a --line-numbers --output ''", "--output: the value is empty"},

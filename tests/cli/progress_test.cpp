@@ -11,10 +11,11 @@ using testing::HasSubstr;
 
 // A run whose time the test tells.
 struct Waiting {
+    StringSource in;
     StringSink out;
     StringSink err;
     std::chrono::steady_clock::time_point now{};
-    Streams streams{.out = out, .err = err, .errIsTerminal = true, .clock = [this] { return now; }};
+    Streams streams{.in = in, .out = out, .err = err, .errIsTerminal = true, .clock = [this] { return now; }};
 };
 
 TEST(Progress, IsNotShownInTheFirstHalfSecond) {

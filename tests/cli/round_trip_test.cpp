@@ -88,6 +88,17 @@ TEST(RoundTrip, OfWildModulesLosesNothingWithOddSteps) {
     EXPECT_GT(edited, 200U) << "the modules give the insertion nothing to do";
 }
 
+TEST(RoundTrip, OfWildModulesLosesNothingWithNumbersByModule) {
+    std::size_t edited = 0;
+    for (std::uint64_t seed = 1; seed <= 400; ++seed) {
+        ASSERT_EQ(FirstLoss(support::GenerateWildModule({.lines = 150, .seed = seed}),
+                            {.numbering = Numbering::Module}, edited),
+                  "")
+            << "seed " << seed;
+    }
+    EXPECT_GT(edited, 400U) << "the modules give the insertion nothing to do";
+}
+
 struct Frame {
     std::string_view header;
     std::string_view closing;
@@ -184,6 +195,15 @@ TEST(RoundTrip, OfMosaicsLosesNothing) {
     for (std::uint64_t seed = 1; seed <= Seeds(); ++seed) {
         const std::int32_t step = seed % 3 == 0 ? static_cast<std::int32_t>(seed * 7919 % 30000 + 1) : 5;
         ASSERT_EQ(FirstLoss(MosaicModule(seed), {.base = 10000, .step = step}, edited), "")
+            << MosaicModule(seed);
+    }
+    EXPECT_GT(edited, 5000U) << "the modules give the insertion nothing to do";
+}
+
+TEST(RoundTrip, OfMosaicsLosesNothingWithNumbersByModule) {
+    std::size_t edited = 0;
+    for (std::uint64_t seed = 1; seed <= Seeds(); ++seed) {
+        ASSERT_EQ(FirstLoss(MosaicModule(seed), {.numbering = Numbering::Module}, edited), "")
             << MosaicModule(seed);
     }
     EXPECT_GT(edited, 5000U) << "the modules give the insertion nothing to do";

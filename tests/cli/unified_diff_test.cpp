@@ -6,9 +6,7 @@
 namespace lintara::cli {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 std::string Diff(std::string_view before, std::string_view after, DiffStyle style = {},
@@ -107,13 +105,12 @@ TEST(UnifiedDiff, QuotesPathsThatWouldBreakTheHeader) {
     EXPECT_THAT(Diff("a\n", "b\n", {}, "windows-1252", "my file.bas"), HasSubstr("--- a/my file.bas\t\n"));
 }
 
-TEST(CompareLines, TakesAllBetweenTheDifferencesWhenCountsDiffer) {
-    const auto encoding = workspace::DefaultEncoding();
-    const FileLines before = SplitFile("a\nb\nc\nd\n", *encoding);
-    const FileLines after = SplitFile("a\nx\nd\n", *encoding);
-    EXPECT_THAT(CompareLines(before, after), ElementsAre(LineChange{1, 3, 1, 2}));
-    EXPECT_EQ(CountChangedLines(CompareLines(before, after)), 2U);
-    EXPECT_THAT(CompareLines(before, before), IsEmpty());
+TEST(UnifiedDiff, ShowsLinesThatEndInCrAloneAsPatchReadsThem) {
+    EXPECT_EQ(Diff("a\rb\rc\nd\n", "a\rx\rc\nd\n"),
+              "--- a/A.bas\n+++ b/A.bas\n@@ -1,2 +1,2 @@\n-a\rb\rc\n+a\rx\rc\n d\n");
+    EXPECT_EQ(Diff("a\r", "b\r"),
+              "--- a/A.bas\n+++ b/A.bas\n@@ -1 +1 @@\n"
+              "-a\r\n\\ No newline at end of file\n+b\r\n\\ No newline at end of file\n");
 }
 
 }  // namespace

@@ -1,0 +1,51 @@
+#include "cli/checks/handler_check.h"
+
+#include "cli/terminal_text.h"
+
+namespace lintara::cli {
+
+std::expected<bool, Skip> HandlerCheck::Apply(const EditTarget& target, const ProcedureGroup& group,
+                                              ComponentReport& report) {
+    const HandlerFinding state = StateOfHandler(target, group, wanted_);
+    if (state.state == HandlerState::UpToDate) {
+        return false;
+    }
+    const bool missing = state.state == HandlerState::None;
+    const Line at = target.Input(missing ? group.reached.front().header : state.at);
+    const auto inserted = insertion_.Apply(target, group, report);
+    if (!inserted || !*inserted) {
+        return inserted;
+    }
+    const std::string title = std::string(KindWord(group)) + " " + Printable(group.name);
+    findings_.push_back(
+        {missing ? "no-handler" : "stale-handler", at, group.name, KindWord(group),
+         title + ": " +
+             (missing ? "has no error handler" : "its error handler is out of date: " + state.why)});
+    return false;
+}
+
+std::expected<bool, Skip> HandlerAbsenceCheck::Apply(const EditTarget& target, const ProcedureGroup& group,
+                                                     ComponentReport&) {
+    text_.Read(target.module, group);
+    const HandlerRemoval::Blocks blocks = HandlerRemoval::FindBlocks(text_);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        if (blocks[i]) {
+            const workspace::ProcedureInfo& procedure = group.reached[i];
+            const Line at = text_.parts()[i].body.begin + static_cast<std::int32_t>(blocks[i]->begin);
+            findings_.push_back({"handler-present", target.Input(at), procedure.name, KindWord(procedure),
+                                 std::string(KindWord(procedure)) + " " + Printable(procedure.name) +
+                                     ": has an error handler"});
+        }
+    }
+    return false;
+}
+
+bool HandlerAbsenceCheck::HasWork(const workspace::Module& module,
+                                  const workspace::ProcedureInfo& procedure) const {
+    ProcedureText text;
+    const LineRange body = procedure.body();
+    text.Read(module, std::span(&body, 1));
+    return FindHandlerBlock(text.body(text.parts().front())).has_value();
+}
+
+}  // namespace lintara::cli

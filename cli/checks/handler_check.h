@@ -1,0 +1,55 @@
+// Looks whether procedures have the error handler that insertion would write now, or whether they have none.
+#pragma once
+
+#include "cli/checks/finding.h"
+#include "cli/edits/handler_insertion.h"
+#include "cli/edits/procedure_edit.h"
+#include "cli/label_settings.h"
+#include "cli/procedure_text.h"
+
+#include <expected>
+#include <memory>
+
+namespace lintara::cli {
+
+// Finds procedures without a handler and handlers that are out of date. What insertion would skip is skipped.
+// Where it finds something the module holds the handler afterwards, so it comes behind all other checks.
+class HandlerCheck : public ProcedureEdit {
+  public:
+    // `settings` are those that the library reads the label of removals from; `findings` must outlive this.
+    HandlerCheck(WantedHandler wanted, std::shared_ptr<LabelSettings> settings, Findings& findings)
+        : wanted_(wanted),
+          insertion_(std::move(wanted), {.wanted = true, .numbersToo = true}, std::move(settings)),
+          findings_(findings) {}
+
+    [[nodiscard]] std::expected<bool, Skip> Apply(const EditTarget& target, const ProcedureGroup& group,
+                                                  ComponentReport& report) override;
+    [[nodiscard]] bool ApplyExactly(const EditTarget&, const ProcedureGroup&) override { return false; }
+    [[nodiscard]] bool HasWork(const workspace::Module& module,
+                               const workspace::ProcedureInfo& procedure) const override {
+        return insertion_.HasWork(module, procedure);
+    }
+
+  private:
+    WantedHandler wanted_;
+    HandlerInsertion insertion_;
+    Findings& findings_;
+};
+
+// Finds procedures that have a handler.
+class HandlerAbsenceCheck : public ProcedureEdit {
+  public:
+    explicit HandlerAbsenceCheck(Findings& findings) : findings_(findings) {}
+
+    [[nodiscard]] std::expected<bool, Skip> Apply(const EditTarget& target, const ProcedureGroup& group,
+                                                  ComponentReport& report) override;
+    [[nodiscard]] bool ApplyExactly(const EditTarget&, const ProcedureGroup&) override { return false; }
+    [[nodiscard]] bool HasWork(const workspace::Module& module,
+                               const workspace::ProcedureInfo& procedure) const override;
+
+  private:
+    Findings& findings_;
+    ProcedureText text_;
+};
+
+}  // namespace lintara::cli

@@ -1,0 +1,52 @@
+#include "cli/commands/commands.h"
+
+#include "cli/help_text.h"
+
+namespace lintara::cli {
+
+namespace {
+
+std::vector<CommandInfo> AllCommands() {
+    std::vector<CommandInfo> commands = {
+        ListCommand(),         InsertCommand(),         RemoveCommand(),           CustomInsertCommand(),
+        CustomRemoveCommand(), ReplaceCommand(),        MemberCommand(),           CheckCommand(),
+        WhereCommand(),        TemplateExpandCommand(), TemplateGenerateCommand(), UndoCommand(),
+        RecoverCommand(),      SettingsListCommand(),   SettingsGetCommand(),      SettingsSetCommand(),
+    };
+    commands.push_back(ConfigCommand(commands));
+    return commands;
+}
+
+constexpr CommandFamily families[] = {
+    {"custom", "Insert and remove blocks of code of your own"},
+    {"template", "Turn code templates into code and back"},
+    {"settings", "Show and change the user's settings"},
+};
+
+}  // namespace
+
+const std::vector<CommandInfo>& Commands() {
+    static const std::vector<CommandInfo> commands = AllCommands();
+    return commands;
+}
+
+std::span<const CommandFamily> CommandFamilies() {
+    return families;
+}
+
+std::string_view ProgramDescription() {
+    return "Line numbers for classic BASIC projects on disk: put them in, and bring every byte back.";
+}
+
+std::string_view ProgramFooter() {
+    return "\nPATH is a project (.vbp), a group of projects (.vbg), a folder of exported modules, or one\n"
+           "component (.bas, .cls, .frm, .ctl, .pag, .dob, .dsr).\n"
+           "\nExamples:\n"
+           "  lintara list Invoicing.vbp\n"
+           "  lintara insert Invoicing.vbp --line-numbers --diff\n"
+           "  lintara insert Invoicing.vbp --line-numbers\n"
+           "  lintara remove Invoicing.vbp --line-numbers\n"
+           "\n'lintara COMMAND --help' explains one command, with examples.\n" LINTARA_EDITING_STATUSES;
+}
+
+}  // namespace lintara::cli

@@ -1,0 +1,132 @@
+// lintara undo: puts back what the last editing command on a project replaced.
+#include "cli/commands/commands.h"
+#include "cli/environment.h"
+#include "cli/help_text.h"
+#include "cli/messages.h"
+#include "cli/options/shared_options.h"
+#include "cli/project_lock.h"
+#include "cli/terminal_text.h"
+#include "cli/undo_store.h"
+#include "workspace/project_folders.h"
+#include "workspace/read_file.h"
+#include "workspace/recovery.h"
+#include "workspace/replace_files.h"
+#include "workspace/save.h"
+
+namespace lintara::cli {
+namespace {
+
+constexpr std::string_view UndoFooter =
+    "\nExample:\n"
+    "  lintara insert Invoicing.vbp --line-numbers\n"
+    "  lintara undo Invoicing.vbp\n"
+    "      Bring back every file that the insertion changed, byte for byte.\n"
+    "\nOnly the last command that edited the project in place is remembered, under the PATH that was\n"
+    "given to it. When any of its files was changed or deleted since, nothing is restored.\n"
+    "\nExit status:\n"
+    "  0  done, or there was nothing to undo\n"
+    "  2  wrong usage\n"
+    "  3  the files are not as the command left them, or could not be written; nothing was changed\n";
+
+// The files that the record names, as they are now.
+struct CurrentFile {
+    const UndoFile* record;
+    workspace::FileContent content;
+};
+
+std::expected<std::vector<CurrentFile>, workspace::Diagnostics> ReadCurrent(const UndoRecord& record) {
+    std::vector<CurrentFile> files;
+    workspace::Diagnostics errors;
+    for (const UndoFile& file : record.files) {
+        auto content = workspace::ReadFile(file.path);
+        if (!content) {
+            errors.push_back({file.path, 0, std::move(content.error())});
+        } else if (workspace::MarkOf(content->bytes) != file.after) {
+            errors.push_back({file.path, 0,
+                              "was changed since \"lintara " + record.command +
+                                  "\" edited it; nothing is undone, so that the change is not lost"});
+        } else {
+            files.push_back({&file, *std::move(content)});
+        }
+    }
+    if (!errors.empty()) {
+        return std::unexpected(std::move(errors));
+    }
+    return files;
+}
+
+std::vector<workspace::FileChange> ChangesOf(const std::vector<CurrentFile>& files,
+                                             const std::filesystem::path& folder) {
+    std::vector<workspace::FileChange> changes;
+    for (const CurrentFile& file : files) {
+        changes.push_back({.path = file.record->path,
+                           .identity = file.content.identity,
+                           .original = file.content.bytes,
+                           .appendNew = [&file](std::string& bytes) { bytes += file.record->content; },
+                           .projectFolder = folder,
+                           .projectName = {}});
+    }
+    return changes;
+}
+
+// What was undone, as a line for people.
+std::expected<std::string, workspace::Diagnostics> Undo(const std::filesystem::path& path,
+                                                        const UndoStore& store) {
+    const auto folders = workspace::ProjectFolders(path);
+    if (!folders) {
+        return std::unexpected(workspace::Diagnostics{folders.error()});
+    }
+    if (workspace::HasJournal(*folders)) {
+        if (auto recovered = workspace::Recover(path); !recovered) {
+            return std::unexpected(std::move(recovered.error()));
+        }
+    }
+    const auto record = store.Read(path);
+    if (!record) {
+        return std::unexpected(workspace::Diagnostics{{{}, 0, record.error()}});
+    }
+    if (!*record) {
+        return "Nothing to undo: no command has edited " + PrintablePath(path) + " in place.\n";
+    }
+    const auto files = ReadCurrent(**record);
+    if (!files) {
+        return std::unexpected(files.error());
+    }
+    const auto written = workspace::ReplaceFiles(ChangesOf(*files, folders->front()), *folders, {});
+    if (!written) {
+        return std::unexpected(written.error());
+    }
+    store.Forget(path);
+    return "Undid \"lintara " + (*record)->command + "\": restored " + std::to_string(written->size()) +
+           (written->size() == 1 ? " file" : " files") + ".\n";
+}
+
+ExitStatus Run(const OptionReader& given, Environment& environment) {
+    Messages messages(environment.streams, false);
+    const std::filesystem::path path = ReadReading(given).path;
+    const auto lock = LockProject(path, ReadWait(given), messages);
+    if (!lock) {
+        messages.Error(lock.error());
+        return ExitStatus::Failed;
+    }
+    const auto done = Undo(path, UndoStore(environment.stateFolder));
+    if (!done) {
+        messages.Errors(done.error());
+        return ExitStatus::Failed;
+    }
+    environment.streams.out.Write(*done);
+    return ExitStatus::Done;
+}
+
+}  // namespace
+
+CommandInfo UndoCommand() {
+    return {.name = "undo",
+            .description = "Restore what the last editing command changed",
+            .footer = UndoFooter,
+            .arguments = {PathArgument()},
+            .options = Joined({{WaitOption()}, ProjectFileOptions()}),
+            .run = Run};
+}
+
+}  // namespace lintara::cli

@@ -1,0 +1,131 @@
+#include "cli/edits/procedure_editor.h"
+
+#include <algorithm>
+
+namespace lintara::cli {
+namespace {
+
+// What several edits object to in the same way is told once.
+void AddSkipped(const workspace::Module& module, const ProcedureGroup& group, Skip skip,
+                std::string_view fate, ComponentReport& report) {
+    const Line header = InputLine(module, group.reached.front().header);
+    const auto earlier = std::ranges::find_if(report.skipped, [&](const SkippedProcedure& skipped) {
+        return skipped.line == header && skipped.reason == skip.reason;
+    });
+    if (earlier != report.skipped.end()) {
+        earlier->fate = "was skipped";
+        return;
+    }
+    report.skipped.push_back({group.name, KindWord(group), header, skip.reason, InputLine(module, skip.at),
+                              std::move(skip.message), fate});
+}
+
+// The library looks projects and components up by their names and finds the first.
+bool IsReachable(const workspace::Workspace& workspace, const ScopedComponent& scope) {
+    return workspace.Find(scope.project->name()) == scope.project &&
+           scope.project->Find(scope.component->name) == scope.component;
+}
+
+void ReportUnreachable(const ScopedComponent& scope, ComponentReport& report) {
+    for (const ProcedureGroup& group : scope.groups) {
+        AddSkipped(*scope.component->module, group,
+                   {SkipReason::NameClash, group.reached.front().header,
+                    "another component of that name comes first and would be edited in its place"},
+                   "was skipped", report);
+    }
+}
+
+}  // namespace
+
+ProcedureEditor::ProcedureEditor(workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals,
+                                 Platform platform, EditPlan plan)
+    : workspace_(workspace), lintara_(std::move(platform)), plan_(std::move(plan)) {
+    lintara_.oG = std::move(globals);
+}
+
+ComponentReport ProcedureEditor::Edit(const ScopedComponent& scope) {
+    ComponentReport report{.project = scope.project, .component = scope.component};
+    if (!IsReachable(workspace_, scope)) {
+        ReportUnreachable(scope, report);
+        return report;
+    }
+    workspace_.SetActiveProject(*scope.project);
+    const EditTarget target{lintara_, *scope.project, *scope.component, *scope.component->module};
+    std::vector<ProcedureGroup> groups = scope.groups;
+    if (plan_.backwards) {
+        std::ranges::reverse(groups);
+    }
+    Walk(target, groups, report);
+    if (plan_.backwards) {
+        std::ranges::reverse(report.edited);
+        std::ranges::reverse(report.skipped);
+    }
+    return report;
+}
+
+void ProcedureEditor::Walk(const EditTarget& target, std::vector<ProcedureGroup>& groups,
+                           ComponentReport& report) {
+    const Edits edits(plan_.edits);
+    const std::size_t atOnce = plan_.inPasses ? 1 : std::max<std::size_t>(edits.size(), 1);
+    std::vector<bool> edited(groups.size());
+    for (std::size_t first = 0; first < edits.size(); first += atOnce) {
+        const bool isLast = first + atOnce >= edits.size();
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            ProcedureGroup& group = groups[i];
+            edited[i] = EditGroup(target, group, edits.subspan(first, atOnce), report) || edited[i];
+            if (isLast && edited[i]) {
+                report.edited.push_back(
+                    {group.name, KindWord(group), target.Input(group.reached.front().header)});
+            }
+            if (isLast && !group.unreached.empty() && !plan_.exact) {
+                ReportUnreached(target, group, report);
+            }
+        }
+    }
+}
+
+bool ProcedureEditor::EditGroup(const EditTarget& target, ProcedureGroup& group, Edits edits,
+                                ComponentReport& report) {
+    bool edited = false;
+    for (const auto& edit : edits) {
+        Refresh(group, target.module);
+        edited |= Apply(*edit, target, group, report);
+    }
+    Refresh(group, target.module);
+    return edited;
+}
+
+bool ProcedureEditor::Apply(ProcedureEdit& edit, const EditTarget& target, const ProcedureGroup& group,
+                            ComponentReport& report) {
+    if (plan_.exact) {
+        return edit.ApplyExactly(target, group);
+    }
+    auto edited = edit.Apply(target, group, report);
+    if (!edited) {
+        const std::string_view fate = plan_.edits.size() > 1 ? edit.fate() : "was skipped";
+        AddSkipped(target.module, group, std::move(edited.error()), fate, report);
+        return false;
+    }
+    return *edited;
+}
+
+void ProcedureEditor::ReportUnreached(const EditTarget& target, const ProcedureGroup& group,
+                                      ComponentReport& report) const {
+    for (const workspace::ProcedureInfo& procedure : group.unreached) {
+        if (HasWork(target.module, procedure)) {
+            const Line header = target.Input(procedure.header);
+            report.skipped.push_back({procedure.name, KindWord(procedure), header,
+                                      SkipReason::DuplicateProcedure, header,
+                                      "only the first procedure of that name, at " +
+                                          target.Place(group.reached.front().header) + ", can be reached"});
+        }
+    }
+}
+
+bool ProcedureEditor::HasWork(const workspace::Module& module,
+                              const workspace::ProcedureInfo& procedure) const {
+    return std::ranges::any_of(plan_.edits,
+                               [&](const auto& edit) { return edit->HasWork(module, procedure); });
+}
+
+}  // namespace lintara::cli

@@ -1,0 +1,24 @@
+// Jumps into a block of lines that is about to go: to labels and line numbers in it.
+#pragma once
+
+#include "base/text.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+
+namespace lintara::cli {
+
+struct BlockJump {
+    std::size_t line = 0;  // the index of the statement's first line
+    Text target;           // as the statement writes it
+
+    friend bool operator==(const BlockJump&, const BlockJump&) = default;
+};
+
+// The first jump from `lines`, a procedure, outside the lines from `begin` up to, not including, `end` to a
+// label or number inside them. GoTo, GoSub, Resume, On ... GoTo, and If ... Then with a number, jump.
+[[nodiscard]] std::optional<BlockJump> FindJumpIntoBlock(std::span<const Text> lines, std::size_t begin,
+                                                         std::size_t end);
+
+}  // namespace lintara::cli

@@ -1,0 +1,19 @@
+// The label and the template of error handlers, as the options, the project file and the user's settings give
+// them.
+#pragma once
+
+#include "cli/edits/handler_block.h"
+#include "cli/environment.h"
+#include "cli/options.h"
+#include "cli/options/option_reader.h"
+
+namespace lintara::cli {
+
+// Reads the template's file, or standard input. Refuses, as UsageError, what is no label, and a template that
+// could not stand in a procedure; the latter two not when the command is exact.
+[[nodiscard]] WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environment);
+
+// Options on the command line that belong to work that is not asked for are usage errors.
+void RequireWorkOf(const OptionReader& given, const WorkOptions& work);
+
+}  // namespace lintara::cli

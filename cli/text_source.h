@@ -1,0 +1,33 @@
+// Where a template or a piece of code comes from: a file, standard input, or a text that is known already.
+#pragma once
+
+#include "base/text.h"
+#include "cli/streams.h"
+
+#include <expected>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace lintara::cli {
+
+struct StandardInput {};
+
+using TextSource = std::variant<Text, std::filesystem::path, StandardInput>;
+
+// The text in `bytes`: UTF-8 or, with a byte order mark, UTF-16; windows-1252 when it is no UTF-8.
+[[nodiscard]] Text DecodeText(std::string_view bytes);
+
+// The text with each CR LF, LF and lone CR as a CR LF.
+[[nodiscard]] Text WithLineBreaks(TextView text);
+
+// "-" is standard input, anything else a file.
+[[nodiscard]] TextSource SourceFromArgument(std::string_view argument);
+
+// The text. What is read has every line ending turned into CR LF, and loses the one at its very end, which
+// ends its last line; it is UTF-8 or, with a byte order mark, UTF-16, and windows-1252 when it is no UTF-8.
+// The error is a sentence that names the file.
+[[nodiscard]] std::expected<Text, std::string> ReadText(const TextSource& source, Source& standardInput);
+
+}  // namespace lintara::cli

@@ -1,0 +1,46 @@
+// What the last editing command on each project replaced, kept in a folder of the user's so that the command
+// can be undone. One file a project; a later command takes its place.
+#pragma once
+
+#include "workspace/journal.h"
+
+#include <expected>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lintara::cli {
+
+struct UndoFile {
+    std::filesystem::path path;    // absolute
+    std::string content;           // what the file held before the command
+    workspace::ContentMark after;  // of what the command left in it
+};
+
+struct UndoRecord {
+    std::string command;
+    std::vector<UndoFile> files;
+};
+
+// Errors are sentences for people that name the record's file.
+class UndoStore {
+  public:
+    // The folder is made when a record is written.
+    explicit UndoStore(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+    // `project` is a path as the command line names it.
+    [[nodiscard]] std::expected<void, std::string> Write(const std::filesystem::path& project,
+                                                         const UndoRecord& record) const;
+    // None when no command is remembered.
+    [[nodiscard]] std::expected<std::optional<UndoRecord>, std::string> Read(
+        const std::filesystem::path& project) const;
+    void Forget(const std::filesystem::path& project) const;
+
+  private:
+    [[nodiscard]] std::filesystem::path RecordOf(const std::filesystem::path& project) const;
+
+    std::filesystem::path folder_;
+};
+
+}  // namespace lintara::cli
