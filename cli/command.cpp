@@ -3,7 +3,7 @@
 #include "cli/machine.h"
 #include "cli/options/command_line.h"
 #include "cli/options/layers.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 
 #include <csignal>
 #include <cstdlib>

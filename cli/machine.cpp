@@ -1,7 +1,7 @@
 #include "cli/machine.h"
 
 #include "base/constants.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 #include "platform/machine_identity.h"
 #include "platform/regional_texts.h"
 #include "platform/system_clock.h"

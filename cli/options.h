@@ -4,7 +4,7 @@
 
 #include "base/position.h"
 #include "base/text.h"
-#include "cli/text_source.h"
+#include "cli/project/text_source.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -3,7 +3,7 @@
 
 #include "base/position.h"
 #include "base/text.h"
-#include "cli/procedure_groups.h"
+#include "cli/scope/procedure_groups.h"
 
 #include <string>
 #include <string_view>

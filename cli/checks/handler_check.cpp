@@ -1,6 +1,6 @@
 #include "cli/checks/handler_check.h"
 
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 
 namespace lintara::cli {
 

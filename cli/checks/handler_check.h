@@ -3,9 +3,9 @@
 
 #include "cli/checks/finding.h"
 #include "cli/edits/handler_insertion.h"
+#include "cli/edits/label_settings.h"
 #include "cli/edits/procedure_edit.h"
-#include "cli/label_settings.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <expected>
 #include <memory>

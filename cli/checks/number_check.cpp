@@ -2,7 +2,7 @@
 
 #include "cli/guards/existing_numbers.h"
 #include "cli/numbers/placed_numbers.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>

@@ -6,7 +6,7 @@
 #include "cli/edits/number_insertion.h"
 #include "cli/edits/number_removal.h"
 #include "cli/edits/procedure_edit.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <cstdint>
 #include <expected>

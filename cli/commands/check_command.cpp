@@ -4,13 +4,13 @@
 #include "cli/commands/commands.h"
 #include "cli/edits/procedure_editor.h"
 #include "cli/edits/refusal.h"
-#include "cli/handler_options.h"
-#include "cli/json_text.h"
-#include "cli/messages.h"
-#include "cli/open_project.h"
+#include "cli/options/handler_options.h"
 #include "cli/options/shared_options.h"
-#include "cli/scope.h"
-#include "cli/terminal_text.h"
+#include "cli/output/json_text.h"
+#include "cli/output/messages.h"
+#include "cli/output/terminal_text.h"
+#include "cli/project/open_project.h"
+#include "cli/scope/scope.h"
 
 #include <algorithm>
 #include <iterator>

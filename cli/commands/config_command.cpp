@@ -4,10 +4,10 @@
 #include "cli/commands/commands.h"
 #include "cli/environment.h"
 #include "cli/help_text.h"
-#include "cli/json_text.h"
 #include "cli/options/layers.h"
 #include "cli/options/shared_options.h"
-#include "cli/terminal_text.h"
+#include "cli/output/json_text.h"
+#include "cli/output/terminal_text.h"
 
 #include <algorithm>
 #include <array>

@@ -2,14 +2,14 @@
 #include "base/constants.h"
 #include "base/settings_table.h"
 #include "cli/commands/commands.h"
-#include "cli/edit_run.h"
 #include "cli/edits/custom_code_insertion.h"
 #include "cli/edits/custom_code_removal.h"
+#include "cli/edits/edit_run.h"
 #include "cli/edits/procedure_editor.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/help_text.h"
-#include "cli/messages.h"
 #include "cli/options/shared_options.h"
+#include "cli/output/messages.h"
 #include "workspace/encoding.h"
 
 #include <limits>

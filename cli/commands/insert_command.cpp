@@ -1,12 +1,12 @@
 // lintara insert: error handlers and line numbers into procedures.
 #include "cli/commands/commands.h"
-#include "cli/edit_run.h"
+#include "cli/edits/edit_run.h"
+#include "cli/edits/insertion.h"
 #include "cli/help_text.h"
-#include "cli/insertion.h"
-#include "cli/messages.h"
 #include "cli/numbers/number_map.h"
 #include "cli/options/shared_options.h"
-#include "cli/used_settings.h"
+#include "cli/options/used_settings.h"
+#include "cli/output/messages.h"
 
 namespace lintara::cli {
 namespace {

@@ -1,13 +1,13 @@
 // lintara list: projects, components and members.
 #include "cli/commands/commands.h"
-#include "cli/component_kind.h"
 #include "cli/help_text.h"
-#include "cli/json_text.h"
-#include "cli/messages.h"
-#include "cli/open_project.h"
 #include "cli/options/shared_options.h"
-#include "cli/procedure_groups.h"
-#include "cli/terminal_text.h"
+#include "cli/output/json_text.h"
+#include "cli/output/messages.h"
+#include "cli/output/terminal_text.h"
+#include "cli/project/component_kind.h"
+#include "cli/project/open_project.h"
+#include "cli/scope/procedure_groups.h"
 #include "workspace/workspace.h"
 
 #include <algorithm>

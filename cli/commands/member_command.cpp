@@ -2,13 +2,13 @@
 #include "assistant/lintara.h"
 #include "cli/commands/commands.h"
 #include "cli/help_text.h"
-#include "cli/json_text.h"
-#include "cli/messages.h"
-#include "cli/open_project.h"
 #include "cli/options/option_values.h"
 #include "cli/options/shared_options.h"
-#include "cli/scope.h"
-#include "cli/terminal_text.h"
+#include "cli/output/json_text.h"
+#include "cli/output/messages.h"
+#include "cli/output/terminal_text.h"
+#include "cli/project/open_project.h"
+#include "cli/scope/scope.h"
 
 namespace lintara::cli {
 namespace {

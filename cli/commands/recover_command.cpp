@@ -2,10 +2,10 @@
 #include "cli/commands/commands.h"
 #include "cli/environment.h"
 #include "cli/help_text.h"
-#include "cli/messages.h"
 #include "cli/options/shared_options.h"
-#include "cli/project_lock.h"
-#include "cli/terminal_text.h"
+#include "cli/output/messages.h"
+#include "cli/output/terminal_text.h"
+#include "cli/project/project_lock.h"
 #include "workspace/save.h"
 
 namespace lintara::cli {

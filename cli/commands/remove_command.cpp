@@ -1,12 +1,12 @@
 // lintara remove: line numbers and error handlers out of procedures.
 #include "cli/commands/commands.h"
-#include "cli/edit_run.h"
+#include "cli/edits/edit_run.h"
 #include "cli/edits/handler_removal.h"
+#include "cli/edits/label_settings.h"
 #include "cli/edits/number_removal.h"
 #include "cli/edits/procedure_editor.h"
-#include "cli/handler_options.h"
 #include "cli/help_text.h"
-#include "cli/label_settings.h"
+#include "cli/options/handler_options.h"
 #include "cli/options/shared_options.h"
 
 namespace lintara::cli {

@@ -1,11 +1,11 @@
 // lintara replace: a text by another one in the lines of one component.
 #include "cli/commands/commands.h"
-#include "cli/edit_run.h"
 #include "cli/edits/component_replace.h"
+#include "cli/edits/edit_run.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/help_text.h"
 #include "cli/options/shared_options.h"
-#include "cli/text_source.h"
+#include "cli/project/text_source.h"
 #include "workspace/encoding.h"
 
 namespace lintara::cli {

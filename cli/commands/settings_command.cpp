@@ -2,11 +2,11 @@
 
 #include "base/settings_table.h"
 #include "base/utf8.h"
-#include "cli/json_text.h"
-#include "cli/messages.h"
-#include "cli/near_names.h"
 #include "cli/options/option_values.h"
-#include "cli/terminal_text.h"
+#include "cli/output/json_text.h"
+#include "cli/output/messages.h"
+#include "cli/output/terminal_text.h"
+#include "cli/scope/near_names.h"
 #include "workspace/characters.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "cli/commands/settings_command.h"
 #include "cli/environment.h"
 #include "cli/options/shared_options.h"
-#include "cli/text_source.h"
+#include "cli/project/text_source.h"
 
 #include <stdexcept>
 

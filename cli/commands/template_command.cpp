@@ -2,12 +2,12 @@
 #include "assistant/lintara.h"
 #include "cli/commands/commands.h"
 #include "cli/help_text.h"
-#include "cli/messages.h"
-#include "cli/open_project.h"
 #include "cli/options/option_values.h"
 #include "cli/options/shared_options.h"
-#include "cli/scope.h"
-#include "cli/text_source.h"
+#include "cli/output/messages.h"
+#include "cli/project/open_project.h"
+#include "cli/project/text_source.h"
+#include "cli/scope/scope.h"
 #include "workspace/encoding.h"
 
 namespace lintara::cli {

@@ -2,9 +2,9 @@
 
 #include "cli/edits/refusal.h"
 #include "cli/guards/inserted_code.h"
-#include "cli/input_line.h"
-#include "cli/procedure_groups.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
+#include "cli/project/input_line.h"
+#include "cli/scope/procedure_groups.h"
 #include "hostmodel/code_module.h"
 #include "workspace/characters.h"
 #include "workspace/component_file.h"

@@ -7,7 +7,7 @@
 #pragma once
 
 #include "assistant/lintara.h"
-#include "cli/edit_run.h"
+#include "cli/edits/edit_run.h"
 #include "hostmodel/globals.h"
 #include "workspace/workspace.h"
 

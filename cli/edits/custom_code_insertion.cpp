@@ -4,7 +4,7 @@
 #include "base/statement.h"
 #include "cli/edits/refusal.h"
 #include "cli/guards/inserted_code.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 #include "workspace/component_file.h"
 #include "workspace/encoding.h"
 #include "workspace/syntax.h"

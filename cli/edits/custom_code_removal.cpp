@@ -3,7 +3,7 @@
 #include "cli/edits/custom_code_insertion.h"
 #include "cli/edits/refusal.h"
 #include "cli/guards/block_jumps.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 #include "workspace/encoding.h"
 #include "workspace/syntax.h"
 

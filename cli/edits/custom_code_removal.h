@@ -3,7 +3,7 @@
 
 #include "cli/edits/procedure_edit.h"
 #include "cli/guards/custom_code_markers.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <cstdint>
 #include <expected>

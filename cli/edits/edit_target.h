@@ -2,9 +2,9 @@
 #pragma once
 
 #include "assistant/lintara.h"
-#include "cli/input_line.h"
-#include "cli/procedure_groups.h"
-#include "cli/report.h"
+#include "cli/output/report.h"
+#include "cli/project/input_line.h"
+#include "cli/scope/procedure_groups.h"
 #include "transform/procedure_ranges.h"
 #include "workspace/workspace.h"
 

@@ -4,7 +4,7 @@
 #include "cli/guards/code_text.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/guards/labels.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 #include "transform/line_numbers.h"
 #include "transform/line_text.h"
 #include "transform/templates.h"

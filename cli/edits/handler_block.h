@@ -3,7 +3,7 @@
 #pragma once
 
 #include "cli/edits/edit_target.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <cstddef>
 #include <optional>

@@ -8,7 +8,7 @@
 #include "cli/guards/labels.h"
 #include "cli/guards/range_guard.h"
 #include "cli/guards/redirected_lines.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 #include "workspace/characters.h"
 #include "workspace/component_file.h"
 #include "workspace/encoding.h"

@@ -4,10 +4,10 @@
 
 #include "cli/edits/handler_block.h"
 #include "cli/edits/handler_removal.h"
+#include "cli/edits/label_settings.h"
 #include "cli/edits/number_removal.h"
 #include "cli/edits/procedure_edit.h"
-#include "cli/label_settings.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <expected>
 #include <memory>

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "cli/edits/handler_block.h"
+#include "cli/edits/label_settings.h"
 #include "cli/edits/procedure_edit.h"
-#include "cli/label_settings.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <expected>
 #include <memory>

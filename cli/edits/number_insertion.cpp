@@ -6,7 +6,7 @@
 #include "cli/guards/jump_targets.h"
 #include "cli/guards/range_guard.h"
 #include "cli/guards/unnumberable_lines.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 #include "transform/line_numbers.h"
 #include "transform/line_text.h"
 #include "workspace/component_file.h"

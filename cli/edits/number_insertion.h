@@ -4,7 +4,7 @@
 #include "cli/edits/number_removal.h"
 #include "cli/edits/procedure_edit.h"
 #include "cli/options.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <cstdint>
 #include <expected>

@@ -3,7 +3,7 @@
 
 #include "cli/edits/procedure_edit.h"
 #include "cli/guards/existing_numbers.h"
-#include "cli/procedure_text.h"
+#include "cli/project/procedure_text.h"
 
 #include <array>
 #include <expected>

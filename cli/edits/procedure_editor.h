@@ -2,10 +2,10 @@
 #pragma once
 
 #include "assistant/lintara.h"
-#include "cli/edit_run.h"
+#include "cli/edits/edit_run.h"
 #include "cli/edits/procedure_edit.h"
-#include "cli/report.h"
-#include "cli/scope.h"
+#include "cli/output/report.h"
+#include "cli/scope/scope.h"
 #include "hostmodel/globals.h"
 #include "workspace/workspace.h"
 

@@ -1,6 +1,6 @@
 #include "cli/guards/existing_numbers.h"
 
-#include "cli/logical_lines.h"
+#include "cli/project/logical_lines.h"
 #include "transform/line_text.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"

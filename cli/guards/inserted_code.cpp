@@ -2,7 +2,7 @@
 
 #include "base/constants.h"
 #include "cli/guards/custom_code_markers.h"
-#include "cli/logical_lines.h"
+#include "cli/project/logical_lines.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>

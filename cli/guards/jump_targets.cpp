@@ -1,7 +1,7 @@
 #include "cli/guards/jump_targets.h"
 
 #include "cli/guards/existing_numbers.h"
-#include "cli/logical_lines.h"
+#include "cli/project/logical_lines.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 

@@ -1,6 +1,6 @@
 #include "cli/guards/range_guard.h"
 
-#include "cli/input_line.h"
+#include "cli/project/input_line.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // text searches, which comments behind closing lines, long headers and texts that look like headers mislead.
 #pragma once
 
-#include "cli/procedure_groups.h"
+#include "cli/scope/procedure_groups.h"
 #include "transform/procedure_ranges.h"
 #include "workspace/module.h"
 

@@ -1,6 +1,6 @@
 #include "cli/guards/unnumberable_lines.h"
 
-#include "cli/logical_lines.h"
+#include "cli/project/logical_lines.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 

@@ -1,7 +1,7 @@
 #include "cli/numbers/number_lookup.h"
 
-#include "cli/near_names.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
+#include "cli/scope/near_names.h"
 #include "workspace/characters.h"
 #include "workspace/encoding.h"
 #include "workspace/parallel.h"

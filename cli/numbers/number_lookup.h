@@ -4,7 +4,7 @@
 
 #include "cli/numbers/number_map.h"
 #include "cli/numbers/placed_numbers.h"
-#include "cli/report.h"
+#include "cli/output/report.h"
 #include "workspace/workspace.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "cli/numbers/number_map.h"
 
 #include "cli/edits/number_insertion.h"
-#include "cli/json_text.h"
 #include "cli/options/option_values.h"
+#include "cli/output/json_text.h"
 #include "workspace/encoding.h"
 #include "workspace/parallel.h"
 #include "workspace/path_resolver.h"

@@ -1,7 +1,7 @@
 #include "cli/numbers/placed_numbers.h"
 
-#include "cli/input_line.h"
-#include "cli/procedure_groups.h"
+#include "cli/project/input_line.h"
+#include "cli/scope/procedure_groups.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 

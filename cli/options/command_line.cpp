@@ -1,8 +1,8 @@
 #include "cli/options/command_line.h"
 
 #include "cli/commands/commands.h"
-#include "cli/near_names.h"
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
+#include "cli/scope/near_names.h"
 #include "workspace/encoding.h"
 
 #include <algorithm>

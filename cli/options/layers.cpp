@@ -3,8 +3,8 @@
 #include "base/settings_table.h"
 #include "base/utf8.h"
 #include "cli/commands/commands.h"
-#include "cli/messages.h"
 #include "cli/options/shared_options.h"
+#include "cli/output/messages.h"
 
 #include <set>
 

@@ -1,6 +1,6 @@
 #include "cli/options/option_values.h"
 
-#include "cli/terminal_text.h"
+#include "cli/output/terminal_text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,8 +1,8 @@
 #include "cli/options/project_file.h"
 
-#include "cli/near_names.h"
 #include "cli/options/toml_values.h"
 #include "cli/options/usage_error.h"
+#include "cli/scope/near_names.h"
 #include "workspace/encoding.h"
 #include "workspace/read_file.h"
 

@@ -1,5 +1,5 @@
 // What is not as the team wants it.
-#include "cli/json_text.h"
+#include "cli/output/json_text.h"
 #include "tests/cli/command_run.h"
 #include "tests/support/project_generator.h"
 

@@ -1,6 +1,6 @@
 // What the diff of an edited module is worth: applied to the file as it was, it gives the file as it is, byte
 // for byte.
-#include "cli/unified_diff.h"
+#include "cli/output/unified_diff.h"
 #include "tests/support/random.h"
 #include "tests/support/temporary_folder.h"
 #include "workspace/module.h"

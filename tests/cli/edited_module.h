@@ -3,7 +3,7 @@
 
 #include "cli/edits/procedure_editor.h"
 #include "cli/options.h"
-#include "cli/report.h"
+#include "cli/output/report.h"
 #include "workspace/workspace.h"
 
 #include <memory>

@@ -1,5 +1,5 @@
 // What --exclude and the comment "' lintara: skip" leave out.
-#include "cli/exclusions.h"
+#include "cli/scope/exclusions.h"
 
 #include "tests/cli/command_run.h"
 

@@ -1,4 +1,4 @@
-#include "cli/line_changes.h"
+#include "cli/output/line_changes.h"
 
 #include "tests/support/random.h"
 

@@ -1,4 +1,4 @@
-#include "cli/near_names.h"
+#include "cli/scope/near_names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

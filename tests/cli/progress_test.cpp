@@ -1,4 +1,4 @@
-#include "cli/progress.h"
+#include "cli/output/progress.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // What the last editing command changed comes back, or nothing does.
-#include "cli/undo_store.h"
+#include "cli/project/undo_store.h"
 #include "tests/cli/command_run.h"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "cli/unified_diff.h"
+#include "cli/output/unified_diff.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

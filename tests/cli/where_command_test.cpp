@@ -1,6 +1,6 @@
 // Which line of the sources had a number: from the map of a build, and from the sources alone.
-#include "cli/json_text.h"
 #include "cli/numbers/number_map.h"
+#include "cli/output/json_text.h"
 #include "tests/cli/command_run.h"
 #include "tests/support/project_generator.h"
 #include "tests/support/wild_module.h"

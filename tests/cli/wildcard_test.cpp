@@ -1,4 +1,4 @@
-#include "cli/wildcard.h"
+#include "cli/scope/wildcard.h"
 
 #include <gtest/gtest.h>
 

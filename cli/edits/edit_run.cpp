@@ -1,0 +1,270 @@
+#include "cli/edits/edit_run.h"
+
+#include "cli/edits/refusal.h"
+#include "cli/output/line_changes.h"
+#include "cli/output/messages.h"
+#include "cli/output/summary.h"
+#include "cli/output/terminal_text.h"
+#include "cli/output/unified_diff.h"
+#include "cli/project/open_project.h"
+#include "cli/project/project_lock.h"
+#include "cli/project/undo_store.h"
+#include "workspace/parallel.h"
+#include "workspace/save.h"
+#include "workspace/unencodable.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+namespace lintara::cli {
+namespace {
+
+// The path as a diff names it: without a leading slash, relative where it can be.
+std::string DiffLabel(const std::filesystem::path& path) {
+    std::string label = path.lexically_normal().generic_string();
+    label.erase(0, label.find_first_not_of('/'));
+    return label;
+}
+
+class EditRun {
+  public:
+    EditRun(const EditCommandOptions& options, const EditJob& job, Environment& environment)
+        : options_(options),
+          job_(job),
+          environment_(environment),
+          streams_(environment.streams),
+          messages_(streams_, options.output.quiet),
+          progress_(streams_, !options.output.quiet) {
+        report_.command = job.command;
+    }
+
+    ExitStatus Run() {
+        report_.status = Work();
+        if (options_.output.json) {
+            streams_.out.Write(ToJson(report_));
+        }
+        return report_.status;
+    }
+
+  private:
+    ExitStatus Work() {
+        if (const auto failed = Open()) {
+            return *failed;
+        }
+        const auto scope = ResolveScope(workspace_, options_.scope);
+        if (!scope) {
+            return Fail(ExitStatus::Usage, {{{}, 0, scope.error()}});
+        }
+        try {
+            Edit(*scope);
+        } catch (const Refusal& refusal) {
+            return Fail(ExitStatus::Usage, {{{}, 0, refusal.what()}});
+        }
+        Compare();
+        if (const auto failed = Deliver()) {
+            return *failed;
+        }
+        for (const ComponentReport& component : report_.components) {
+            messages_.WarnOf(component);
+        }
+        WriteSummary();
+        return FinalStatus();
+    }
+
+    [[nodiscard]] bool isStandardInput() const { return options_.read.stdinFilename.has_value(); }
+    [[nodiscard]] bool savesInPlace() const { return options_.edit.writesInPlace() && !isStandardInput(); }
+
+    // Every error is part of the report, too.
+    ExitStatus Fail(ExitStatus status, workspace::Diagnostics errors) {
+        progress_.Clear();
+        messages_.Errors(errors);
+        std::ranges::move(errors, std::back_inserter(report_.errors));
+        // What was edited in memory only is no result.
+        report_.components.clear();
+        return status;
+    }
+
+    std::optional<ExitStatus> Open() {
+        if (savesInPlace()) {
+            auto lock = LockProject(options_.read.path, options_.edit.waitSeconds, messages_);
+            if (!lock) {
+                return Fail(ExitStatus::Failed, {lock.error()});
+            }
+            lock_ = *std::move(lock);
+        }
+        auto opened = OpenProject(workspace_, options_.read, streams_.in, progress_);
+        if (!opened) {
+            return Fail(opened.error().status, std::move(opened.error().errors));
+        }
+        report_.warnings = std::move(opened->warnings);
+        report_.errors = std::move(opened->unreadable);
+        messages_.Errors(report_.errors);
+        for (const workspace::Diagnostic& warning : report_.warnings) {
+            messages_.Warning(warning);
+        }
+        return std::nullopt;
+    }
+
+    void Edit(const std::vector<ScopedComponent>& scope) {
+        const auto editor = job_.makeEditor(workspace_, MakeGlobals(workspace_, environment_));
+        for (const ScopedComponent& component : scope) {
+            progress_.Update(job_.stage, report_.components.size(), scope.size());
+            report_.components.push_back(editor->Edit(component));
+        }
+    }
+
+    // Finds out what changed, from the bytes that a save would write, and makes the diffs of it.
+    void Compare() {
+        diffs_.resize(options_.edit.diff ? report_.components.size() : 0);
+        newContents_.resize(report_.components.size());
+        workspace::InParallel(report_.components.size(), [&](std::size_t i) { CompareComponent(i); });
+    }
+
+    void CompareComponent(std::size_t index) {
+        ComponentReport& report = report_.components[index];
+        const workspace::Module& module = *report.component->module;
+        if (!module.edited()) {
+            return;
+        }
+        std::string bytes;
+        module.AppendCurrentBytes(bytes);
+        if (bytes == module.originalBytes()) {
+            return;
+        }
+        if (savesInPlace()) {
+            newContents_[index] = workspace::MarkOf(bytes);
+        }
+        const FileLines before = SplitFile(module.originalBytes(), module.encoding());
+        const FileLines after = SplitFile(bytes, module.encoding());
+        const std::vector<LineChange> changes = CompareLines(before, after);
+        report.changed = true;
+        report.linesChanged = CountChangedLines(changes);
+        if (options_.edit.diff) {
+            const DiffStyle style{.color = streams_.outIsTerminal && streams_.wantsColor,
+                                  .printable = streams_.outIsTerminal};
+            AppendUnifiedDiff(DiffLabel(report.component->path), before, after, changes, module.encoding(),
+                              style, diffs_[index]);
+        }
+    }
+
+    // Saves, or shows what a save would do. A status when that failed.
+    std::optional<ExitStatus> Deliver() {
+        for (std::string& diff : diffs_) {
+            streams_.out.Write(diff);
+            diff = {};
+        }
+        const EditOptions& edit = options_.edit;
+        if (edit.list) {
+            ListChangedFiles();
+        }
+        if (edit.check || edit.diff || edit.list) {
+            return std::nullopt;
+        }
+        return isStandardInput() ? WriteComponent() : SaveFiles();
+    }
+
+    void ListChangedFiles() {
+        std::string names;
+        for (const ComponentReport& component : report_.components) {
+            if (component.changed) {
+                names += PrintablePath(component.component->path) + "\n";
+            }
+        }
+        streams_.out.Write(names);
+    }
+
+    // The one component that standard input held.
+    std::optional<ExitStatus> WriteComponent() {
+        const workspace::Component& component = *workspace_.projects().front()->components().front();
+        if (auto error = workspace::UnencodableIn(component)) {
+            return Fail(ExitStatus::Failed, {*std::move(error)});
+        }
+        std::string bytes;
+        component.module->AppendCurrentBytes(bytes);
+        streams_.out.Write(bytes);
+        return std::nullopt;
+    }
+
+    std::optional<ExitStatus> SaveFiles() {
+        const EditOptions& edit = options_.edit;
+        workspace::SaveOptions save;
+        save.backupSuffix = edit.backupSuffix;
+        save.progress = [&](std::size_t done, std::size_t total) { progress_.Update("saving", done, total); };
+        if (edit.output && job_.addedToCopy) {
+            save.added = job_.addedToCopy(workspace_);
+        }
+        auto saved = edit.output ? workspace::SaveCopy(workspace_, *edit.output, save)
+                                 : workspace::Save(workspace_, save);
+        progress_.Clear();
+        if (!saved) {
+            return Fail(ExitStatus::Failed, std::move(saved.error()));
+        }
+        report_.files = *std::move(saved);
+        report_.written = !report_.files.empty();
+        if (savesInPlace() && report_.written) {
+            RememberForUndo();
+        }
+        return std::nullopt;
+    }
+
+    // That the command cannot be undone is no reason to fail it.
+    void RememberForUndo() {
+        if (environment_.stateFolder.empty()) {
+            return;
+        }
+        UndoRecord record{.command = std::string(job_.command), .files = {}};
+        for (std::size_t i = 0; i < report_.components.size(); ++i) {
+            const ComponentReport& report = report_.components[i];
+            if (report.changed) {
+                record.files.push_back({std::filesystem::absolute(report.component->path),
+                                        report.component->module->originalBytes(), newContents_[i]});
+            }
+        }
+        const auto written = UndoStore(environment_.stateFolder).Write(options_.read.path, record);
+        if (!written) {
+            messages_.Warning({{}, 0, "\"lintara undo\" will not find this command: " + written.error()});
+        }
+    }
+
+    void WriteSummary() {
+        const bool outIsTaken = options_.output.json || options_.edit.diff || options_.edit.list ||
+                                (isStandardInput() && !options_.edit.check);
+        if (!options_.output.quiet && !outIsTaken) {
+            const std::string& deed = options_.edit.check ? job_.wouldDo : job_.done;
+            streams_.out.Write(Summary(report_, deed, options_.edit));
+        }
+    }
+
+    [[nodiscard]] ExitStatus FinalStatus() const {
+        if (!report_.errors.empty()) {
+            return ExitStatus::Failed;
+        }
+        if (options_.edit.strict && report_.proceduresSkipped() > 0) {
+            return ExitStatus::Skipped;
+        }
+        return options_.edit.check && report_.componentsChanged() > 0 ? ExitStatus::ChangesFound
+                                                                      : ExitStatus::Done;
+    }
+
+    const EditCommandOptions& options_;
+    const EditJob& job_;
+    Environment& environment_;
+    Streams& streams_;
+    Messages messages_;
+    Progress progress_;
+    // Ahead of the workspace, so that it is given up last.
+    std::optional<workspace::ProjectLock> lock_;
+    workspace::Workspace workspace_;
+    Report report_;
+    std::vector<std::string> diffs_;                   // of each component
+    std::vector<workspace::ContentMark> newContents_;  // of each component that is saved in place
+};
+
+}  // namespace
+
+ExitStatus RunEdit(const EditCommandOptions& options, const EditJob& job, Environment& environment) {
+    return EditRun(options, job, environment).Run();
+}
+
+}  // namespace lintara::cli

@@ -1,0 +1,46 @@
+// The course of every command that edits a project: opens it, edits the components of the scope in memory,
+// then saves, shows or counts what has changed.
+#pragma once
+
+#include "cli/environment.h"
+#include "cli/exit_status.h"
+#include "cli/options.h"
+#include "cli/output/report.h"
+#include "cli/scope/scope.h"
+#include "hostmodel/globals.h"
+#include "workspace/save_options.h"
+#include "workspace/workspace.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lintara::cli {
+
+class ComponentEditor {
+  public:
+    virtual ~ComponentEditor() = default;
+
+    // Edits one component, and tells all about it but the number of lines that changed. Throws Refusal.
+    [[nodiscard]] virtual ComponentReport Edit(const ScopedComponent& scope) = 0;
+};
+
+// What one command does with the components.
+struct EditJob {
+    std::string_view command;  // as the report names it
+    std::string_view stage;    // as the progress bar names it
+    std::string done;          // how the summary begins: "Numbered"
+    std::string wouldDo;       // the same with --check: "Would number"
+    // `globals` show `workspace`.
+    std::function<std::unique_ptr<ComponentEditor>(workspace::Workspace& workspace,
+                                                   std::shared_ptr<hostmodel::Globals> globals)>
+        makeEditor;
+    // What a copy gets on top of the projects' files; empty: nothing.
+    std::function<std::vector<workspace::AddedFile>(const workspace::Workspace& workspace)> addedToCopy = {};
+};
+
+ExitStatus RunEdit(const EditCommandOptions& options, const EditJob& job, Environment& environment);
+
+}  // namespace lintara::cli

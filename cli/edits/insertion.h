@@ -1,0 +1,35 @@
+// What "lintara insert" puts into procedures: as options, and as an editor that does it. Commands that look
+// up or compare what an insertion writes do the same in memory.
+#pragma once
+
+#include "cli/edits/edit_run.h"
+#include "cli/edits/handler_block.h"
+#include "cli/environment.h"
+#include "cli/options.h"
+#include "cli/options/command_info.h"
+#include "cli/options/option_reader.h"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace lintara::cli {
+
+struct InsertionOptions {
+    WorkOptions work;
+    NumberOptions numbers;  // read when there are numbers to insert
+    WantedHandler handler;  // read when there are handlers to insert
+    bool refresh = false;   // handlers that are out of date are replaced
+    bool exact = false;
+};
+
+// --error-handlers, --line-numbers and all that says how they are inserted.
+[[nodiscard]] std::vector<OptionInfo> InsertionOptionInfos(std::string_view group);
+// Throws UsageError, also when nothing is to be inserted. Reads the template's file, or standard input.
+[[nodiscard]] InsertionOptions ReadInsertion(const OptionReader& given, Environment& environment);
+
+[[nodiscard]] std::unique_ptr<ComponentEditor> MakeInsertionEditor(
+    const InsertionOptions& options, workspace::Workspace& workspace,
+    std::shared_ptr<hostmodel::Globals> globals, const Environment& environment);
+
+}  // namespace lintara::cli

@@ -1,0 +1,75 @@
+#include "cli/options/handler_options.h"
+
+#include "cli/guards/inserted_code.h"
+#include "cli/guards/labels.h"
+#include "cli/options/shared_options.h"
+#include "cli/output/terminal_text.h"
+
+#include <initializer_list>
+
+namespace lintara::cli {
+namespace {
+
+Text ReadCode(const OptionReader& given, Environment& environment) {
+    const TextSource source = ReadTemplate(given);
+    const bool fromStandardInput = std::holds_alternative<StandardInput>(source);
+    Require(!fromStandardInput || given.Argument(0) != "-",
+            given.LabelOf("template") + ": standard input holds the component already; give a file");
+    auto code = ReadText(source, environment.streams.in);
+    if (!code) {
+        throw UsageError(given.LabelOf("template") + ": " + code.error());
+    }
+    return *std::move(code);
+}
+
+// A line ending alone would end a line of the file only.
+bool HasStrayLineEnding(TextView code) {
+    for (const Text& line : SplitLines(code)) {
+        if (line.find_first_of(u"\r\n") != Text::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void RequireUsable(const OptionReader& given, TextView code) {
+    const std::string option = given.LabelOf("template");
+    Require(!code.empty(), option + ": the template is empty");
+    Require(!HasStrayLineEnding(code), option + ": a line of the template ends in a lone CR or LF");
+    if (const auto objection = ObjectionToCode(code)) {
+        throw UsageError(option + ": " + *objection);
+    }
+}
+
+void RequireAsked(const OptionReader& given, bool asked, std::string_view work,
+                  std::initializer_list<std::string_view> options) {
+    for (const std::string_view option : options) {
+        Require(asked || !given.IsOnCommandLine(option),
+                "--" + std::string(option) + " is about " + std::string(work) + "; give --" +
+                    (work == "line numbers" ? "line-numbers" : "error-handlers") + ", too");
+    }
+}
+
+}  // namespace
+
+WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environment) {
+    WantedHandler wanted{.label = ReadLabel(given), .code = {}};
+    if (!given.Flag("exact")) {
+        if (const auto problem = LabelProblem(wanted.label)) {
+            throw UsageError(given.LabelOf("label") + ": '" + Printable(wanted.label) +
+                             "' is no label: " + *problem);
+        }
+    }
+    wanted.code = ReadCode(given, environment);
+    if (!given.Flag("exact")) {
+        RequireUsable(given, wanted.code);
+    }
+    return wanted;
+}
+
+void RequireWorkOf(const OptionReader& given, const WorkOptions& work) {
+    RequireAsked(given, work.errorHandlers, "error handlers", {"label", "template", "refresh"});
+    RequireAsked(given, work.lineNumbers, "line numbers", {"base", "step", "numbering", "renumber"});
+}
+
+}  // namespace lintara::cli

@@ -1,0 +1,79 @@
+#include "cli/project/text_source.h"
+
+#include "cli/output/terminal_text.h"
+#include "workspace/encoding.h"
+#include "workspace/read_file.h"
+
+namespace lintara::cli {
+
+Text DecodeText(std::string_view bytes) {
+    Text text;
+    if (const auto mark = workspace::DetectByteOrderMark(bytes)) {
+        mark->encoding->Decode(bytes.substr(mark->length), text);
+        return text;
+    }
+    text = workspace::FromUtf8(bytes);
+    if (workspace::ToUtf8(text) != bytes) {
+        workspace::DefaultEncoding()->Decode(bytes, text);
+    }
+    return text;
+}
+
+Text WithLineBreaks(TextView text) {
+    Text result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != u'\r' && text[i] != u'\n') {
+            result += text[i];
+            continue;
+        }
+        if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
+            ++i;
+        }
+        result += u"\r\n";
+    }
+    return result;
+}
+
+namespace {
+
+// The lines of a file: the last one's ending begins no further line.
+Text LinesOfFile(std::string_view bytes) {
+    Text text = WithLineBreaks(DecodeText(bytes));
+    if (text.ends_with(u"\r\n")) {
+        text.resize(text.size() - 2);
+    }
+    return text;
+}
+
+std::expected<Text, std::string> ReadFileText(const std::filesystem::path& path) {
+    const auto content = workspace::ReadFile(path);
+    if (!content) {
+        return std::unexpected(PrintablePath(path) + ": " + content.error());
+    }
+    return LinesOfFile(content->bytes);
+}
+
+}  // namespace
+
+TextSource SourceFromArgument(std::string_view argument) {
+    if (argument == "-") {
+        return StandardInput{};
+    }
+    return std::filesystem::path(argument);
+}
+
+std::expected<Text, std::string> ReadText(const TextSource& source, Source& standardInput) {
+    if (const Text* text = std::get_if<Text>(&source)) {
+        return *text;
+    }
+    if (const auto* path = std::get_if<std::filesystem::path>(&source)) {
+        return ReadFileText(*path);
+    }
+    const auto bytes = standardInput.ReadAll();
+    if (!bytes) {
+        return std::unexpected(bytes.error());
+    }
+    return LinesOfFile(*bytes);
+}
+
+}  // namespace lintara::cli

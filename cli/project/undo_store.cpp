@@ -1,0 +1,168 @@
+#include "cli/project/undo_store.h"
+
+#include "cli/output/terminal_text.h"
+#include "workspace/checksum.h"
+#include "workspace/read_file.h"
+#include "workspace/write_file.h"
+
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <string_view>
+#include <system_error>
+
+namespace lintara::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The record is numbers and strings one behind the other, each number as decimal digits and a line feed, each
+// string as its length and its bytes, and at the end the checksum of it all.
+constexpr std::string_view Magic = "lintara undo 1\n";
+
+void AppendNumber(std::uint64_t number, std::string& bytes) {
+    bytes += std::to_string(number);
+    bytes += '\n';
+}
+
+void AppendString(std::string_view text, std::string& bytes) {
+    AppendNumber(text.size(), bytes);
+    bytes += text;
+}
+
+class RecordReader {
+  public:
+    explicit RecordReader(std::string_view bytes) : rest_(bytes) {}
+
+    [[nodiscard]] bool failed() const { return failed_; }
+    [[nodiscard]] std::size_t left() const { return rest_.size(); }
+
+    std::uint64_t Number() {
+        std::uint64_t number = 0;
+        const auto [end, error] = std::from_chars(rest_.data(), rest_.data() + rest_.size(), number);
+        if (error != std::errc() || end == rest_.data() + rest_.size() || *end != '\n') {
+            failed_ = true;
+            return 0;
+        }
+        rest_.remove_prefix(static_cast<std::size_t>(end - rest_.data()) + 1);
+        return number;
+    }
+
+    std::string String() {
+        const std::uint64_t size = Number();
+        if (failed_ || size > rest_.size()) {
+            failed_ = true;
+            return {};
+        }
+        std::string text(rest_.substr(0, size));
+        rest_.remove_prefix(size);
+        return text;
+    }
+
+  private:
+    std::string_view rest_;
+    bool failed_ = false;
+};
+
+std::string Serialized(const UndoRecord& record) {
+    std::string bytes(Magic);
+    AppendString(record.command, bytes);
+    AppendNumber(record.files.size(), bytes);
+    for (const UndoFile& file : record.files) {
+        AppendString(file.path.native(), bytes);
+        AppendNumber(file.after.size, bytes);
+        AppendNumber(file.after.checksum, bytes);
+        AppendString(file.content, bytes);
+    }
+    AppendNumber(workspace::Checksum(bytes), bytes);
+    return bytes;
+}
+
+std::optional<UndoRecord> Parsed(std::string_view bytes) {
+    if (!bytes.starts_with(Magic) || !bytes.ends_with('\n')) {
+        return std::nullopt;
+    }
+    const std::size_t last = bytes.rfind('\n', bytes.size() - 2) + 1;
+    if (RecordReader(bytes.substr(last)).Number() != workspace::Checksum(bytes.substr(0, last))) {
+        return std::nullopt;
+    }
+    RecordReader reader(bytes.substr(Magic.size(), last - Magic.size()));
+    UndoRecord record{.command = reader.String(), .files = {}};
+    for (std::uint64_t left = reader.Number(); left > 0 && !reader.failed(); --left) {
+        UndoFile file;
+        file.path = reader.String();
+        file.after.size = reader.Number();
+        file.after.checksum = reader.Number();
+        file.content = reader.String();
+        record.files.push_back(std::move(file));
+    }
+    return reader.failed() || reader.left() > 0 ? std::nullopt : std::optional(std::move(record));
+}
+
+fs::path RealPath(const fs::path& path) {
+    std::error_code error;
+    fs::path real = fs::weakly_canonical(path, error);
+    return error ? path : real;
+}
+
+}  // namespace
+
+fs::path UndoStore::RecordOf(const fs::path& project) const {
+    std::array<char, 17> name{};
+    std::snprintf(name.data(), name.size(), "%016llx",
+                  static_cast<unsigned long long>(workspace::Checksum(RealPath(project).native())));
+    return folder_ / name.data();
+}
+
+std::expected<void, std::string> UndoStore::Write(const fs::path& project, const UndoRecord& record) const {
+    const fs::path target = RecordOf(project);
+    const auto complain = [&](const std::string& what) {
+        return std::unexpected(PrintablePath(target) + " " + what);
+    };
+    std::error_code error;
+    if (fs::create_directories(folder_, error) && !error) {
+        fs::permissions(folder_, fs::perms::owner_all, error);
+    }
+    if (error) {
+        return complain("cannot be written: " + error.message());
+    }
+    const fs::path temporary = workspace::TemporaryNames().Beside(target, 0);
+    const auto file = workspace::CreateNew(temporary);
+    if (!file) {
+        return complain(workspace::NotCreatedMessage(file.error()));
+    }
+    auto written = workspace::WriteAll(file->get(), Serialized(record));
+    if (written) {
+        fs::rename(temporary, target, error);
+    }
+    if (!written || error) {
+        std::error_code ignored;
+        fs::remove(temporary, ignored);
+        return complain(written ? "cannot be written: " + error.message() : written.error());
+    }
+    return {};
+}
+
+std::expected<std::optional<UndoRecord>, std::string> UndoStore::Read(const fs::path& project) const {
+    const fs::path path = RecordOf(project);
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        return std::nullopt;
+    }
+    const auto content = workspace::ReadFile(path);
+    if (!content) {
+        return std::unexpected(PrintablePath(path) + ": " + content.error());
+    }
+    auto record = Parsed(content->bytes);
+    if (!record) {
+        return std::unexpected(PrintablePath(path) + " is damaged, so nothing can be undone");
+    }
+    return record;
+}
+
+void UndoStore::Forget(const fs::path& project) const {
+    std::error_code ignored;
+    fs::remove(RecordOf(project), ignored);
+}
+
+}  // namespace lintara::cli
