@@ -213,15 +213,16 @@ class EditRun {
         if (environment_.stateFolder.empty()) {
             return;
         }
-        UndoRecord record{.command = std::string(job_.command), .files = {}};
+        std::vector<ReplacedFile> files;
         for (std::size_t i = 0; i < report_.components.size(); ++i) {
             const ComponentReport& report = report_.components[i];
             if (report.changed) {
-                record.files.push_back({std::filesystem::absolute(report.component->path),
-                                        report.component->module->originalBytes(), newContents_[i]});
+                files.push_back({std::filesystem::absolute(report.component->path),
+                                 report.component->module->originalBytes(), newContents_[i]});
             }
         }
-        const auto written = UndoStore(environment_.stateFolder).Write(options_.read.path, record);
+        const auto written =
+            UndoStore(environment_.stateFolder).Write(options_.read.path, job_.command, files);
         if (!written) {
             messages_.Warning({{}, 0, "\"lintara undo\" will not find this command: " + written.error()});
         }

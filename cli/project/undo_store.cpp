@@ -16,8 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The record is numbers and strings one behind the other, each number as decimal digits and a line feed, each
-// string as its length and its bytes, and at the end the checksum of it all.
+// A record is a head and behind it what the files held, one after the other. The head is numbers and strings:
+// each number as decimal digits and a line feed, each string as its length and its bytes. It tells of each
+// file the path and the marks of both contents, and ends with its own checksum.
 constexpr std::string_view Magic = "lintara undo 1\n";
 
 void AppendNumber(std::uint64_t number, std::string& bytes) {
@@ -48,8 +49,9 @@ class RecordReader {
         return number;
     }
 
-    std::string String() {
-        const std::uint64_t size = Number();
+    std::string String() { return Bytes(Number()); }
+
+    std::string Bytes(std::uint64_t size) {
         if (failed_ || size > rest_.size()) {
             failed_ = true;
             return {};
@@ -64,39 +66,66 @@ class RecordReader {
     bool failed_ = false;
 };
 
-std::string Serialized(const UndoRecord& record) {
-    std::string bytes(Magic);
-    AppendString(record.command, bytes);
-    AppendNumber(record.files.size(), bytes);
-    for (const UndoFile& file : record.files) {
-        AppendString(file.path.native(), bytes);
-        AppendNumber(file.after.size, bytes);
-        AppendNumber(file.after.checksum, bytes);
-        AppendString(file.content, bytes);
+void AppendMark(const workspace::ContentMark& mark, std::string& bytes) {
+    AppendNumber(mark.size, bytes);
+    AppendNumber(mark.checksum, bytes);
+}
+
+std::string HeadOf(std::string_view command, std::span<const ReplacedFile> files) {
+    std::string head(Magic);
+    AppendString(command, head);
+    AppendNumber(files.size(), head);
+    for (const ReplacedFile& file : files) {
+        AppendString(file.path.native(), head);
+        AppendMark(workspace::MarkOf(file.content), head);
+        AppendMark(file.after, head);
     }
-    AppendNumber(workspace::Checksum(bytes), bytes);
-    return bytes;
+    AppendNumber(workspace::Checksum(head), head);
+    return head;
+}
+
+workspace::WriteResult WriteRecord(int descriptor, std::string_view command,
+                                   std::span<const ReplacedFile> files) {
+    auto written = workspace::WriteAll(descriptor, HeadOf(command, files));
+    for (const ReplacedFile& file : files) {
+        if (written) {
+            written = workspace::WriteAll(descriptor, file.content);
+        }
+    }
+    return written;
+}
+
+workspace::ContentMark MarkFrom(RecordReader& reader) {
+    workspace::ContentMark mark;
+    mark.size = reader.Number();
+    mark.checksum = reader.Number();
+    return mark;
 }
 
 std::optional<UndoRecord> Parsed(std::string_view bytes) {
-    if (!bytes.starts_with(Magic) || !bytes.ends_with('\n')) {
+    if (!bytes.starts_with(Magic)) {
         return std::nullopt;
     }
-    const std::size_t last = bytes.rfind('\n', bytes.size() - 2) + 1;
-    if (RecordReader(bytes.substr(last)).Number() != workspace::Checksum(bytes.substr(0, last))) {
-        return std::nullopt;
-    }
-    RecordReader reader(bytes.substr(Magic.size(), last - Magic.size()));
+    RecordReader reader(bytes.substr(Magic.size()));
     UndoRecord record{.command = reader.String(), .files = {}};
+    std::vector<workspace::ContentMark> before;
     for (std::uint64_t left = reader.Number(); left > 0 && !reader.failed(); --left) {
-        UndoFile file;
+        UndoFile& file = record.files.emplace_back();
         file.path = reader.String();
-        file.after.size = reader.Number();
-        file.after.checksum = reader.Number();
-        file.content = reader.String();
-        record.files.push_back(std::move(file));
+        before.push_back(MarkFrom(reader));
+        file.after = MarkFrom(reader);
     }
-    return reader.failed() || reader.left() > 0 ? std::nullopt : std::optional(std::move(record));
+    const std::uint64_t checksum = workspace::Checksum(bytes.substr(0, bytes.size() - reader.left()));
+    if (reader.failed() || reader.Number() != checksum) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < record.files.size(); ++i) {
+        record.files[i].content = reader.Bytes(before[i].size);
+        if (reader.failed() || workspace::MarkOf(record.files[i].content) != before[i]) {
+            return std::nullopt;
+        }
+    }
+    return reader.left() > 0 ? std::nullopt : std::optional(std::move(record));
 }
 
 fs::path RealPath(const fs::path& path) {
@@ -114,7 +143,8 @@ fs::path UndoStore::RecordOf(const fs::path& project) const {
     return folder_ / name.data();
 }
 
-std::expected<void, std::string> UndoStore::Write(const fs::path& project, const UndoRecord& record) const {
+std::expected<void, std::string> UndoStore::Write(const fs::path& project, std::string_view command,
+                                                  std::span<const ReplacedFile> files) const {
     const fs::path target = RecordOf(project);
     const auto complain = [&](const std::string& what) {
         return std::unexpected(PrintablePath(target) + " " + what);
@@ -131,7 +161,7 @@ std::expected<void, std::string> UndoStore::Write(const fs::path& project, const
     if (!file) {
         return complain(workspace::NotCreatedMessage(file.error()));
     }
-    auto written = workspace::WriteAll(file->get(), Serialized(record));
+    const auto written = WriteRecord(file->get(), command, files);
     if (written) {
         fs::rename(temporary, target, error);
     }

@@ -7,7 +7,9 @@
 #include <expected>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lintara::cli {
@@ -23,6 +25,13 @@ struct UndoRecord {
     std::vector<UndoFile> files;
 };
 
+// A file for a record that is being written.
+struct ReplacedFile {
+    std::filesystem::path path;    // absolute
+    std::string_view content;      // what it held before the command
+    workspace::ContentMark after;  // of what the command left in it
+};
+
 // Errors are sentences for people that name the record's file.
 class UndoStore {
   public:
@@ -31,7 +40,8 @@ class UndoStore {
 
     // `project` is a path as the command line names it.
     [[nodiscard]] std::expected<void, std::string> Write(const std::filesystem::path& project,
-                                                         const UndoRecord& record) const;
+                                                         std::string_view command,
+                                                         std::span<const ReplacedFile> files) const;
     // None when no command is remembered.
     [[nodiscard]] std::expected<std::optional<UndoRecord>, std::string> Read(
         const std::filesystem::path& project) const;

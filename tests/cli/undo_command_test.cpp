@@ -131,17 +131,16 @@ TEST_F(UndoCommand, AStateFolderThatCannotBeUsedWarnsOnly) {
 TEST(UndoRecords, ComeBackWithAnyBytes) {
     const support::TemporaryFolder folder;
     const UndoStore store(folder.path() / "a/b");
-    const UndoRecord record{
-        .command = "insert",
-        .files = {{"/x/\xff\n y", std::string("a\0b\r\n", 5), {7, 0xFFFFFFFFFFFFFFFFU}}, {"", "", {}}}};
-    ASSERT_TRUE(store.Write("p", record));
+    const std::vector<ReplacedFile> files = {
+        {"/x/\xff\n y", std::string_view("a\0b\r\n", 5), {7, 0xFFFFFFFFFFFFFFFFU}}, {"", "", {}}};
+    ASSERT_TRUE(store.Write("p", "insert", files));
     const auto read = store.Read("p");
     ASSERT_TRUE(read && *read);
     ASSERT_EQ((*read)->files.size(), 2U);
     EXPECT_EQ((*read)->command, "insert");
-    EXPECT_EQ((*read)->files[0].path, record.files[0].path);
-    EXPECT_EQ((*read)->files[0].content, record.files[0].content);
-    EXPECT_EQ((*read)->files[0].after, record.files[0].after);
+    EXPECT_EQ((*read)->files[0].path, files[0].path);
+    EXPECT_EQ((*read)->files[0].content, files[0].content);
+    EXPECT_EQ((*read)->files[0].after, files[0].after);
     EXPECT_FALSE(store.Read("q")->has_value());
     store.Forget("p");
     EXPECT_FALSE(store.Read("p")->has_value());
@@ -150,11 +149,28 @@ TEST(UndoRecords, ComeBackWithAnyBytes) {
 TEST(UndoRecords, CutOffAnywhereAreDamaged) {
     const support::TemporaryFolder folder;
     const UndoStore store(folder.path());
-    ASSERT_TRUE(store.Write("p", {.command = "insert", .files = {{"/x", "content", {1, 2}}}}));
+    const std::vector<ReplacedFile> files = {{"/x", "content", {1, 2}}};
+    ASSERT_TRUE(store.Write("p", "insert", files));
     const std::filesystem::path file = std::filesystem::directory_iterator(folder.path())->path();
     for (auto size = std::filesystem::file_size(file); size-- > 0;) {
         std::filesystem::resize_file(file, size);
         EXPECT_FALSE(store.Read("p")) << size;
+    }
+}
+
+TEST(UndoRecords, WithAnyByteChangedAreDamaged) {
+    const support::TemporaryFolder folder;
+    const UndoStore store(folder.path());
+    const std::vector<ReplacedFile> files = {{"/x", "content", {1, 2}}};
+    ASSERT_TRUE(store.Write("p", "insert", files));
+    const std::filesystem::path file = std::filesystem::directory_iterator(folder.path())->path();
+    const std::string name = file.filename();
+    const std::string whole = folder.Read(name);
+    for (std::size_t i = 0; i < whole.size(); ++i) {
+        std::string bytes = whole;
+        bytes[i] = static_cast<char>(bytes[i] ^ 1);
+        folder.Write(name, bytes);
+        EXPECT_FALSE(store.Read("p")) << i;
     }
 }
 
