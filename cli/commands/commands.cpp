@@ -35,7 +35,7 @@ std::span<const CommandFamily> CommandFamilies() {
 }
 
 std::string_view ProgramDescription() {
-    return "Line numbers for classic BASIC projects on disk: put them in, and bring every byte back.";
+    return "Line numbers, error handlers and code blocks for classic BASIC projects: in, and out again.";
 }
 
 std::string_view ProgramFooter() {
@@ -43,9 +43,10 @@ std::string_view ProgramFooter() {
            "component (.bas, .cls, .frm, .ctl, .pag, .dob, .dsr).\n"
            "\nExamples:\n"
            "  lintara list Invoicing.vbp\n"
-           "  lintara insert Invoicing.vbp --line-numbers --diff\n"
-           "  lintara insert Invoicing.vbp --line-numbers\n"
+           "  lintara insert Invoicing.vbp --error-handlers --line-numbers --diff\n"
+           "  lintara insert Invoicing.vbp --error-handlers --line-numbers --output build\n"
            "  lintara remove Invoicing.vbp --line-numbers\n"
+           "  lintara undo Invoicing.vbp\n"
            "\n'lintara COMMAND --help' explains one command, with examples.\n" LINTARA_EDITING_STATUSES;
 }
 
