@@ -190,9 +190,6 @@ ExitStatus RunInsertion(const OptionReader& given, Environment& environment) {
     CheckCode(code, options.edit.exact);
     block.code = code.text;
     NoteOrigins(given, code, block.noMarkers, environment);
-    if (given.Flag("save-settings")) {
-        Remember(block, settings);
-    }
     const EditJob job{
         .command = "custom insert",
         .stage = "inserting",
@@ -204,7 +201,11 @@ ExitStatus RunInsertion(const OptionReader& given, Environment& environment) {
             return std::make_unique<ProcedureEditor>(workspace, std::move(globals), environment.platform,
                                                      std::move(plan));
         }};
-    return RunEdit(options, job, environment);
+    const ExitStatus status = RunEdit(options, job, environment);
+    if (given.Flag("save-settings") && WroteWhatWasAsked(status, options.edit)) {
+        Remember(block, settings);
+    }
+    return status;
 }
 
 ExitStatus RunRemoval(const OptionReader& given, Environment& environment) {
@@ -224,25 +225,18 @@ ExitStatus RunRemoval(const OptionReader& given, Environment& environment) {
     return RunEdit(options, job, environment);
 }
 
-OptionInfo Value(std::string_view name, std::string_view valueName, std::string_view description) {
-    return {.name = name,
-            .kind = OptionKind::Text,
-            .valueName = valueName,
-            .description = description,
-            .group = What};
-}
-
 std::vector<OptionInfo> InsertionOptions() {
     return {
-        Value("id", "N", "The number of the block, -32768 to 32767"),
-        Value("code", "FILE", "The code, - for standard input; default: what was saved last"),
+        ValueOption("id", "N", "The number of the block, -32768 to 32767", What),
+        ValueOption("code", "FILE", "The code, - for standard input; default: what was saved last", What),
         {.name = "where",
          .kind = OptionKind::Text,
          .valueName = "PLACE",
          .description = "first (default), last, or line: where in the body",
          .group = What,
          .values = placeWords},
-        Value("line", "N", "Ahead of this line of the body, 1 is its first; implies --where line"),
+        ValueOption("line", "N", "Ahead of this line of the body, 1 is its first; implies --where line",
+                    What),
         {.name = "no-markers",
          .description = "Leave the marker lines out; default: the user's setting, or markers",
          .group = What},
@@ -264,8 +258,7 @@ CommandInfo CustomInsertCommand() {
 }
 
 CommandInfo CustomRemoveCommand() {
-    OptionInfo id = Value("id", "N", "The number of the block");
-    id.group = "What to remove";
+    OptionInfo id = ValueOption("id", "N", "The number of the block", "What to remove");
     id.required = true;
     return {.name = "custom remove",
             .description = "Remove a block of code from procedures",

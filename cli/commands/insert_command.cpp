@@ -103,9 +103,7 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
         };
     }
     const ExitStatus status = RunEdit(options, job, environment);
-    const bool wrote = !options.edit.check && !options.edit.diff && !options.edit.list;
-    const bool succeeded = status == ExitStatus::Done || status == ExitStatus::Skipped;
-    if (!given.Flag("save-settings") || !wrote || !succeeded) {
+    if (!given.Flag("save-settings") || !WroteWhatWasAsked(status, options.edit)) {
         return status;
     }
     const ExitStatus saved = SaveSettings(insertion, environment);

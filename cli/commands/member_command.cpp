@@ -2,13 +2,11 @@
 #include "assistant/lintara.h"
 #include "cli/commands/commands.h"
 #include "cli/help_text.h"
-#include "cli/options/option_values.h"
 #include "cli/options/shared_options.h"
 #include "cli/output/json_text.h"
-#include "cli/output/messages.h"
 #include "cli/output/terminal_text.h"
+#include "cli/project/caret.h"
 #include "cli/project/open_project.h"
-#include "cli/scope/scope.h"
 
 namespace lintara::cli {
 namespace {
@@ -29,18 +27,13 @@ struct Answer {
     Text typeEx;
 };
 
-Answer Ask(workspace::Workspace& workspace, const Environment& environment, const ScopedComponent& found,
-           const CaretPlace& place) {
-    const Position caret{place.line, place.column};
-    workspace.SetActivePane({.project = found.project,
-                             .component = found.component,
-                             .selection = {caret, caret},
-                             .topLine = place.line});
+Answer Ask(workspace::Workspace& workspace, const Environment& environment,
+           const workspace::ActivePane& caret) {
     Lintara lintara;
     lintara.oG = MakeGlobals(workspace, environment);
     Answer answer;
-    answer.project = found.project->name();
-    answer.component = found.component->name;
+    answer.project = caret.project->name();
+    answer.component = caret.component->name;
     answer.line = lintara.GetLineNumber();
     answer.name = lintara.GetMemberName();
     answer.type = lintara.GetMemberType();
@@ -64,42 +57,24 @@ std::string AsTable(const Answer& answer) {
 }
 
 ExitStatus Run(const OptionReader& given, Environment& environment) {
-    const CaretPlace place = *given.Parsed("at", ParseCaretPlace);
-    Streams& streams = environment.streams;
-    Messages messages(streams, false);
-    Progress progress(streams, true);
     workspace::Workspace workspace;
-    if (const auto opened = OpenOrComplain(workspace, ReadReading(given), streams.in, progress, messages);
-        !opened) {
-        return opened.error();
+    const auto caret = OpenAtCaret(workspace, given, environment);
+    if (!caret) {
+        return caret.error();
     }
-    const auto found = FindCaretComponent(workspace, place);
-    if (!found) {
-        messages.Error({{}, 0, found.error()});
-        return ExitStatus::Usage;
-    }
-    if (auto outside = CheckCaretLine(*found, place)) {
-        messages.Error({{}, 0, *std::move(outside)});
-        return ExitStatus::Usage;
-    }
-    const Answer answer = Ask(workspace, environment, *found, place);
-    streams.out.Write(given.Flag("json") ? AsJson(answer) : AsTable(answer));
+    const Answer answer = Ask(workspace, environment, *caret);
+    environment.streams.out.Write(given.Flag("json") ? AsJson(answer) : AsTable(answer));
     return ExitStatus::Done;
 }
 
 }  // namespace
 
 CommandInfo MemberCommand() {
-    const OptionInfo at{.name = "at",
-                        .kind = OptionKind::Text,
-                        .valueName = "COMPONENT:LINE[:COLUMN]",
-                        .description = "The caret",
-                        .required = true};
     return {.name = "member",
             .description = "Tell the member under a caret",
             .footer = MemberFooter,
             .arguments = {PathArgument()},
-            .options = Joined({ReadingOptions(), {at, JsonOption()}}),
+            .options = Joined({ReadingOptions(), {CaretOption(), JsonOption()}}),
             .run = Run};
 }
 

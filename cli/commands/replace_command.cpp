@@ -67,27 +67,19 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
     return RunEdit(options, job, environment);
 }
 
-OptionInfo Value(std::string_view name, std::string_view valueName, std::string_view description) {
-    return {.name = name,
-            .kind = OptionKind::Text,
-            .valueName = valueName,
-            .description = description,
-            .group = What};
-}
-
 std::vector<OptionInfo> RequestOptions() {
-    OptionInfo component = Value("component", "NAME", "The component to edit");
+    OptionInfo component = ValueOption("component", "NAME", "The component to edit", What);
     component.required = true;
-    OptionInfo find = Value("find", "TEXT", "The text to search");
+    OptionInfo find = ValueOption("find", "TEXT", "The text to search", What);
     find.required = true;
-    OptionInfo replace = Value("replace", "TEXT", "What to put in its place; may be empty");
+    OptionInfo replace = ValueOption("replace", "TEXT", "What to put in its place; may be empty", What);
     replace.required = true;
     replace.mayBeEmpty = true;
     return {component,
             find,
             replace,
-            Value("from", "LINE", "The first line to search; default 1"),
-            Value("to", "LINE", "The last one; default the last line"),
+            ValueOption("from", "LINE", "The first line to search; default 1", What),
+            ValueOption("to", "LINE", "The last one; default the last line", What),
             {.name = "whole-word", .description = "Find whole words only", .group = What}};
 }
 

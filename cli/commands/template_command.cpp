@@ -2,12 +2,11 @@
 #include "assistant/lintara.h"
 #include "cli/commands/commands.h"
 #include "cli/help_text.h"
-#include "cli/options/option_values.h"
 #include "cli/options/shared_options.h"
 #include "cli/output/messages.h"
+#include "cli/project/caret.h"
 #include "cli/project/open_project.h"
 #include "cli/project/text_source.h"
-#include "cli/scope/scope.h"
 #include "workspace/encoding.h"
 
 namespace lintara::cli {
@@ -40,34 +39,16 @@ using Transform = Text (Lintara::*)(TextView) noexcept;
 
 // The transformers touch no line ending, so the output has those of the input.
 ExitStatus RunTransform(const OptionReader& given, Environment& environment, Transform transform) {
-    const CaretPlace place = *given.Parsed("at", ParseCaretPlace);
-    const ReadOptions read = ReadReading(given);
     Streams& streams = environment.streams;
-    Messages messages(streams, false);
-    Progress progress(streams, true);
     workspace::Workspace workspace;
-    if (const auto opened = OpenOrComplain(workspace, read, streams.in, progress, messages); !opened) {
-        return opened.error();
-    }
-    const auto found = FindCaretComponent(workspace, place);
-    if (!found) {
-        messages.Error({{}, 0, found.error()});
-        return ExitStatus::Usage;
-    }
-    if (auto outside = CheckCaretLine(*found, place)) {
-        messages.Error({{}, 0, *std::move(outside)});
-        return ExitStatus::Usage;
+    if (const auto caret = OpenAtCaret(workspace, given, environment); !caret) {
+        return caret.error();
     }
     const auto input = streams.in.ReadAll();
     if (!input) {
-        messages.Error({{}, 0, input.error()});
+        Messages(streams, false).Error({{}, 0, input.error()});
         return ExitStatus::Failed;
     }
-    const Position caret{place.line, place.column};
-    workspace.SetActivePane({.project = found->project,
-                             .component = found->component,
-                             .selection = {caret, caret},
-                             .topLine = place.line});
     Lintara lintara(environment.platform);
     lintara.oG = MakeGlobals(workspace, environment);
     streams.out.Write(workspace::ToUtf8((lintara.*transform)(DecodeText(*input))));
@@ -82,15 +63,6 @@ ExitStatus RunGenerate(const OptionReader& given, Environment& environment) {
     return RunTransform(given, environment, &Lintara::GeneratePseudoCode);
 }
 
-std::vector<OptionInfo> TransformOptions() {
-    const OptionInfo at{.name = "at",
-                        .kind = OptionKind::Text,
-                        .valueName = "COMPONENT:LINE[:COLUMN]",
-                        .description = "The caret",
-                        .required = true};
-    return Joined({ReadingOptions(), {at}});
-}
-
 }  // namespace
 
 CommandInfo TemplateExpandCommand() {
@@ -98,7 +70,7 @@ CommandInfo TemplateExpandCommand() {
             .description = "Turn a template on standard input into code",
             .footer = ExpandFooter,
             .arguments = {PathArgument()},
-            .options = TransformOptions(),
+            .options = Joined({ReadingOptions(), {CaretOption()}}),
             .run = RunExpand};
 }
 
@@ -107,7 +79,7 @@ CommandInfo TemplateGenerateCommand() {
             .description = "Turn code on standard input into a template",
             .footer = GenerateFooter,
             .arguments = {PathArgument()},
-            .options = TransformOptions(),
+            .options = Joined({ReadingOptions(), {CaretOption()}}),
             .run = RunGenerate};
 }
 

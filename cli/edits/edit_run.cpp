@@ -264,6 +264,11 @@ class EditRun {
 
 }  // namespace
 
+bool WroteWhatWasAsked(ExitStatus status, const EditOptions& edit) {
+    const bool writes = !edit.check && !edit.diff && !edit.list;
+    return writes && (status == ExitStatus::Done || status == ExitStatus::Skipped);
+}
+
 ExitStatus RunEdit(const EditCommandOptions& options, const EditJob& job, Environment& environment) {
     return EditRun(options, job, environment).Run();
 }

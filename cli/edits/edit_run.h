@@ -41,6 +41,10 @@ struct EditJob {
     std::function<std::vector<workspace::AddedFile>(const workspace::Workspace& workspace)> addedToCopy = {};
 };
 
+// Whether a run with that end wrote its edits, or found that there was nothing to write: what it was given
+// may be remembered then.
+[[nodiscard]] bool WroteWhatWasAsked(ExitStatus status, const EditOptions& edit);
+
 ExitStatus RunEdit(const EditCommandOptions& options, const EditJob& job, Environment& environment);
 
 }  // namespace lintara::cli

@@ -1,11 +1,12 @@
 #include "cli/guards/jump_targets.h"
 
 #include "cli/guards/existing_numbers.h"
+#include "cli/guards/jump_reader.h"
 #include "cli/project/logical_lines.h"
-#include "workspace/characters.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace lintara::cli {
 namespace {
@@ -48,85 +49,11 @@ bool MayJump(TextView line, std::int64_t lowest, std::int64_t highest) {
     return false;
 }
 
-enum class Expects { Nothing, Target, Targets };
-
-// What may follow a word: a number to jump to, or a list of them.
-Expects ExpectsAfter(TextView word, TextView previousWord) {
-    using workspace::IsWord;
-    if (IsWord(word, u"goto") || IsWord(word, u"gosub")) {
-        return Expects::Targets;
-    }
-    if (IsWord(previousWord, u"go") && (IsWord(word, u"to") || IsWord(word, u"sub"))) {
-        return Expects::Targets;
-    }
-    if (IsWord(word, u"then") || IsWord(word, u"else") || IsWord(word, u"resume")) {
-        return Expects::Target;
-    }
-    return Expects::Nothing;
+// The number that a word is; none for any other word.
+std::optional<std::int64_t> NumberIn(TextView word) {
+    const Digits digits = ReadDigits(word, 0);
+    return digits.end > 0 && digits.end == word.size() ? std::optional(digits.value) : std::nullopt;
 }
-
-// Goes through the code of one logical line, its comment cut off.
-class JumpReader {
-  public:
-    explicit JumpReader(TextView line) : line_(line) {}
-
-    template <class Visit>
-    void ForEachTarget(Visit visit) {
-        TextView previous;
-        while (at_ < line_.size()) {
-            const char16_t c = line_[at_];
-            if (c == u'"') {
-                SkipQuotes();
-            } else if (!workspace::IsWordCharacter(c)) {
-                ++at_;
-                continue;
-            } else {
-                const TextView word = TakeWord();
-                if (!isMember_) {
-                    ReadTargets(ExpectsAfter(word, previous), visit);
-                }
-                previous = word;
-            }
-        }
-    }
-
-  private:
-    void SkipQuotes() {
-        const std::size_t end = line_.find(u'"', at_ + 1);
-        at_ = end == TextView::npos ? line_.size() : end + 1;
-    }
-
-    TextView TakeWord() {
-        isMember_ = at_ > 0 && (line_[at_ - 1] == u'.' || line_[at_ - 1] == u'!');
-        const std::size_t end = workspace::SkipWord(line_, at_);
-        const TextView word = line_.substr(at_, end - at_);
-        at_ = end;
-        return word;
-    }
-
-    // Items that are labels, not numbers, are passed over.
-    template <class Visit>
-    void ReadTargets(Expects expects, Visit visit) {
-        while (expects != Expects::Nothing) {
-            const std::size_t begin = workspace::SkipBlanks(line_, at_);
-            const std::size_t end = workspace::SkipWord(line_, begin);
-            const Digits digits = ReadDigits(line_, begin);
-            if (digits.end > begin && digits.end == end) {
-                visit(digits.value);
-                at_ = end;
-            }
-            const std::size_t comma = workspace::SkipBlanks(line_, end);
-            if (expects == Expects::Target || comma == line_.size() || line_[comma] != u',') {
-                return;
-            }
-            at_ = comma + 1;
-        }
-    }
-
-    TextView line_;
-    std::size_t at_ = 0;
-    bool isMember_ = false;
-};
 
 }  // namespace
 
@@ -141,11 +68,12 @@ std::vector<Jump> FindJumps(std::span<const Text> lines, std::int64_t lowest, st
             continue;
         }
         const TextView code = logical.text().substr(0, workspace::CommentStart(logical.text()));
-        JumpReader(code).ForEachTarget([&](std::int64_t number) {
-            if (number >= lowest && number <= highest) {
-                jumps.push_back({logical.first(), number});
+        for (const TextView target : JumpTargetsIn(code)) {
+            const auto number = NumberIn(target);
+            if (number && *number >= lowest && *number <= highest) {
+                jumps.push_back({logical.first(), *number});
             }
-        });
+        }
     }
     return jumps;
 }

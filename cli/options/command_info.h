@@ -36,6 +36,10 @@ struct OptionInfo {
     TextView setting = {};                          // the key of the user's setting that stands in for it
 };
 
+// An option that takes one value.
+[[nodiscard]] OptionInfo ValueOption(std::string_view name, std::string_view valueName,
+                                     std::string_view description, std::string_view group);
+
 struct ArgumentInfo {
     std::string_view name;  // "PATH"
     std::string_view description;
