@@ -674,6 +674,13 @@ TEST_F(CustomCommand, KeepsCodeAndMarkersInTheSettingsWhenAsked) {
     EXPECT_EQ(test.settings->Get({u"Tarnwick", u"CodeAutomation", u"UseDelimiters"}, u"?"), u"1");
 }
 
+TEST_F(CustomCommand, KeepsNothingInTheSettingsWhenNothingIsWritten) {
+    for (const std::string how : {"--check", "--diff", "--list", "--component Nowhere"}) {
+        (void)test.Run("custom insert @Shop.vbp --id 5 --code @trace.txt --save-settings " + how);
+        EXPECT_EQ(test.settings->Get({u"Tarnwick", u"CodeAutomation", u"LastCustomCode"}, u"?"), u"?") << how;
+    }
+}
+
 TEST_F(CustomCommand, WithoutSaveSettingsKeepsNothing) {
     EXPECT_EQ(test.Run("custom insert @Shop.vbp --id 5 --code @trace.txt").status, 0);
     EXPECT_EQ(test.settings->Get({u"Tarnwick", u"CodeAutomation", u"LastCustomCode"}, u"?"), u"?");
