@@ -59,6 +59,8 @@ CLI::App& FamilyOf(const CommandInfo& command, CLI::App& program) {
         if (family.name == name) {
             CLI::App& app = *program.add_subcommand(std::string(name), std::string(family.description));
             app.require_subcommand(1);
+            app.footer("\n'lintara " + std::string(name) +
+                       " COMMAND --help' explains one command, with examples.\n");
             return app;
         }
     }
