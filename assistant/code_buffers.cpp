@@ -2,11 +2,11 @@
 
 #include "base/constants.h"
 #include "base/statement.h"
+#include "transform/host_value.h"
 
 #include <cstddef>
 #include <memory>
 #include <utility>
-#include <variant>
 
 namespace lintara::assistant {
 namespace {
@@ -56,17 +56,6 @@ Result<void> StoreRow(Recordset& rows, std::int32_t key, const Text& code) {
     return Then(filled, [&] { return rows.Update(); });
 }
 
-// An empty field is an empty text; nothing else but a text belongs there.
-Result<Text> TextOf(const hostmodel::Value& value) {
-    if (const Text* text = std::get_if<Text>(&value)) {
-        return *text;
-    }
-    if (std::holds_alternative<std::monostate>(value)) {
-        return Text();
-    }
-    return Failure(ErrorNumber::TypeMismatch, "the field holds no text");
-}
-
 }  // namespace
 
 Result<Text> CodeBuffers::Numbered(std::int32_t index) const {
@@ -93,7 +82,7 @@ void CodeBuffers::Load(hostmodel::Database& database) {
         const Result<bool> missing = IsMissing(**rows, key);
         if (missing && !*missing) {
             Assign(numbered_[static_cast<std::size_t>(key)],
-                   Then((*rows)->Field(constants::BufferCodeField), TextOf));
+                   Then((*rows)->Field(constants::BufferCodeField), transform::AsText));
         }
     }
 }

@@ -192,9 +192,9 @@ void Lintara::SearchAndReplace(TextView AComponentName, TextView ASoughtString, 
                                bool GoThroughDelete, bool& AFound) noexcept {
     AFound = Compute<bool>([&](bool& found) {
         WithGlobals(oG, [&](auto& globals) {
-            found = transform::SearchAndReplace(globals, AComponentName, ASoughtString, AReplacementString,
-                                                Line{AStartLine}, Line{AEndLine},
-                                                {.wholeWord = WholeWord, .goThroughDelete = GoThroughDelete});
+            transform::SearchAndReplace(globals, AComponentName, ASoughtString, AReplacementString,
+                                        Line{AStartLine}, Line{AEndLine},
+                                        {.wholeWord = WholeWord, .goThroughDelete = GoThroughDelete}, found);
         });
     });
 }

@@ -10,7 +10,9 @@
 
 namespace lintara {
 
-// The three names that address one value. Names pay regard to letter case; views that live for the call.
+// The three names that address one value: views that live for the call. Whether names that differ in letter
+// case alone are one is the store's own affair: a file and memory tell them apart, the registry does not. So
+// no two names of a program may differ in nothing else, and each is always spelled alike.
 struct SettingName {
     TextView application;
     TextView section;

@@ -2,6 +2,7 @@
 
 #include "base/constants.h"
 #include "base/numbers.h"
+#include "base/strings.h"
 
 #include <algorithm>
 
@@ -33,6 +34,10 @@ constexpr SettingInfo table[] = {
     {constants::CodeDbPathKey, constants::AssistantsSection, u"", FreeText},
 };
 
+bool IsWord(TextView text, TextView word) {
+    return text.size() == word.size() && InStr(text, word, Compare::Textual) == 1;
+}
+
 }  // namespace
 
 SettingName SettingInfo::name() const {
@@ -54,8 +59,11 @@ Text ReadSetting(SettingsStore& store, const SettingInfo& setting) {
 
 Result<std::int32_t> ReadCheckBox(SettingsStore& store, SettingName name) {
     const Text stored = store.Get(name, checked);
-    if (stored == u"true" || stored == u"false") {
-        return stored == u"true" ? 1 : 0;
+    if (IsWord(stored, u"true")) {
+        return 1;
+    }
+    if (IsWord(stored, u"false")) {
+        return 0;
     }
     return CInt(stored);
 }

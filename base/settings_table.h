@@ -40,9 +40,9 @@ struct SettingInfo {
 [[nodiscard]] Text ReadSetting(SettingsStore& store, const SettingInfo& setting);
 
 // The state of a check box, 0 or 1 as this program stores it: the number that is stored, or the number 1 when
-// there is none. The words true and false, as people write them into a settings file, are 1 and 0. Another
-// text that is no number is a type mismatch, and a number of more than 16 bits an overflow, as the language's
-// conversion to an integer has it.
+// there is none. The words true and false in any letter case, as people write them into a settings file,
+// are 1 and 0. Another text that is no number is a type mismatch, and a number of more than 16 bits an
+// overflow, as the language's conversion to an integer has it.
 [[nodiscard]] Result<std::int32_t> ReadCheckBox(SettingsStore& store, SettingName name);
 
 // Stores the decimal text of the number.

@@ -103,21 +103,52 @@ FileResult<void> MakeFolders(const fs::path& folder) {
 
 // The descriptor; -1, with errno, when the file cannot be opened. Opening a pipe or a device can wait or have
 // effects: O_NONBLOCK, and a look before.
-FileResult<int> OpenToRead(const fs::path& path, int flags) {
+FileResult<int> OpenFile(const fs::path& path, int flags) {
     struct stat status {};
     if (::stat(path.c_str(), &status) == 0) {
         if (const auto isFile = CheckIsFile(status); !isFile) {
             return std::unexpected(isFile.error());
         }
     }
-    return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | flags, 0600);
+    return ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0600);
+}
+
+// Some network file systems lock only what is open for writing. A file that we may not write is opened all
+// the same, as it can still be read.
+FileResult<int> OpenToLock(const fs::path& path) {
+    auto opened = OpenFile(path, O_RDWR | O_CREAT);
+    if (opened && *opened < 0 && (errno == EACCES || errno == EPERM || errno == EROFS)) {
+        opened = OpenFile(path, O_RDONLY | O_CREAT);
+    }
+    return opened;
+}
+
+enum class Lock { Held, Busy, Impossible };
+
+Lock TryToLock(int descriptor) {
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) {
+        return Lock::Held;
+    }
+    return errno == EWOULDBLOCK || errno == EINTR ? Lock::Busy : Lock::Impossible;
+}
+
+bool AreOneFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
 bool IsStillAt(int descriptor, const fs::path& path) {
     struct stat opened {};
     struct stat there {};
     return ::fstat(descriptor, &opened) == 0 && ::stat(path.c_str(), &there) == 0 &&
-           opened.st_dev == there.st_dev && opened.st_ino == there.st_ino;
+           AreOneFile(opened, there);
+}
+
+// Whether `path` itself is a name of the file, not a symbolic link to it.
+bool IsNameOf(int descriptor, const fs::path& path) {
+    struct stat opened {};
+    struct stat there {};
+    return ::fstat(descriptor, &opened) == 0 && ::lstat(path.c_str(), &there) == 0 &&
+           AreOneFile(opened, there);
 }
 
 // Flushes the names in the folder; some file systems have nothing to flush and say so.
@@ -151,7 +182,7 @@ FileResult<void> WriteNew(int descriptor, int old, std::string_view bytes) {
 }  // namespace
 
 FileResult<std::optional<std::string>> ReadSmallFile(const fs::path& path, std::size_t limit) {
-    const auto opened = OpenToRead(path, 0);
+    const auto opened = OpenFile(path, O_RDONLY);
     if (!opened) {
         return std::unexpected(opened.error());
     }
@@ -169,7 +200,7 @@ FileResult<LockedFile> LockedFile::Open(const fs::path& path, std::chrono::milli
         return std::unexpected(made.error());
     }
     while (true) {
-        const auto opened = OpenToRead(path, O_CREAT);
+        const auto opened = OpenToLock(path);
         if (!opened) {
             return std::unexpected(opened.error());
         }
@@ -177,28 +208,29 @@ FileResult<LockedFile> LockedFile::Open(const fs::path& path, std::chrono::milli
             return Failed("cannot be opened");
         }
         Descriptor file(*opened);
-        // File systems without locks let everybody in.
-        const bool isBusy = ::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        const Lock lock = TryToLock(file.get());
         // The holder before us has put another file in place of the one that we opened.
-        if (!isBusy && IsStillAt(file.get(), path)) {
+        if (lock != Lock::Busy && IsStillAt(file.get(), path)) {
             std::error_code error;
             fs::path target = fs::canonical(path, error);
             if (error) {
                 return Failed("cannot be opened", error.value());
             }
-            return LockedFile(file.Release(), std::move(target));
+            return LockedFile(file.Release(), std::move(target), lock == Lock::Held);
         }
         if (std::chrono::steady_clock::now() >= deadline) {
             return std::unexpected("is being written by another program; try again when it is done");
         }
-        if (isBusy) {
+        if (lock == Lock::Busy) {
             std::this_thread::sleep_for(pause);
         }
     }
 }
 
 LockedFile::LockedFile(LockedFile&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)), target_(std::move(other.target_)) {}
+    : descriptor_(std::exchange(other.descriptor_, -1)),
+      target_(std::move(other.target_)),
+      isLocked_(other.isLocked_) {}
 
 LockedFile::~LockedFile() {
     if (descriptor_ >= 0) {
@@ -243,6 +275,10 @@ FileResult<fs::path> LockedFile::CopyAside() const {
             return copy;
         }
         if (errno == EEXIST) {
+            // Of a run that did not live to replace the file.
+            if (IsNameOf(descriptor_, copy)) {
+                return copy;
+            }
             continue;
         }
         std::error_code error;  // no links on this file system

@@ -141,28 +141,47 @@ std::expected<TomlDocument, TomlError> TomlDocument::Parse(std::string bytes) {
     return TomlDocument(std::move(bytes), *std::move(table));
 }
 
-Result<std::optional<Text>> TomlDocument::Find(TextView section, TextView key) const {
-    const auto* values = table_[ToSettingsText(section)].as_table();
-    const toml::node* node = values == nullptr ? nullptr : values->get(ToSettingsText(key));
-    if (node == nullptr) {
-        return std::nullopt;
+std::expected<const toml::node*, TomlError> TomlDocument::NodeOf(std::string_view section,
+                                                                 std::string_view key) const {
+    const toml::node* sectionNode = table_.get(section);
+    if (sectionNode == nullptr) {
+        return nullptr;
     }
-    if (!node->is_value()) {
-        return Failure(ErrorNumber::TypeMismatch, "the setting is a list or a table, not a text");
+    const toml::table* values = sectionNode->as_table();
+    if (values == nullptr) {
+        return std::unexpected(
+            TomlError{sectionNode->source().begin.line,
+                      "\"" + std::string(section) + "\" is no section here, but another value"});
     }
-    const auto* text = node->as_string();
-    return FromSettingsText(text != nullptr ? text->get() : ValueText(*node));
+    const toml::node* node = values->get(key);
+    if (node != nullptr && !node->is_value()) {
+        return std::unexpected(TomlError{node->source().begin.line,
+                                         "\"" + std::string(key) + "\" is a list or a table, not a text"});
+    }
+    return node;
 }
 
-Result<std::string> TomlDocument::With(TextView section, TextView key, TextView value) const {
+std::expected<std::optional<Text>, TomlError> TomlDocument::Find(TextView section, TextView key) const {
+    const auto node = NodeOf(ToSettingsText(section), ToSettingsText(key));
+    if (!node) {
+        return std::unexpected(node.error());
+    }
+    if (*node == nullptr) {
+        return std::nullopt;
+    }
+    const auto* text = (*node)->as_string();
+    return FromSettingsText(text != nullptr ? text->get() : ValueText(**node));
+}
+
+std::expected<std::string, TomlError> TomlDocument::With(TextView section, TextView key,
+                                                         TextView value) const {
     const std::string sectionName = ToSettingsText(section);
     const std::string keyName = ToSettingsText(key);
     const std::string stored = ToSettingsText(value);
-    const Change change{bytes_, table_, sectionName, keyName, stored};
-    if (table_.contains(sectionName) && change.sectionTable() == nullptr) {
-        return Failure(ErrorNumber::TypeMismatch,
-                       "the settings file has another value where the section should be");
+    if (const auto place = NodeOf(sectionName, keyName); !place) {
+        return std::unexpected(place.error());
     }
+    const Change change{bytes_, table_, sectionName, keyName, stored};
     const std::string wanted = AllValues(Target(change));
     const auto rewritten = [&](const Change&) { return wanted + "\n"; };
     const std::array<std::function<std::string(const Change&)>, 4> attempts = {InPlace, BehindItsSection,
@@ -174,7 +193,7 @@ Result<std::string> TomlDocument::With(TextView section, TextView key, TextView 
             return text;
         }
     }
-    return Failure(ErrorNumber::HostFailure, "the setting cannot be written into the settings file");
+    return std::unexpected(TomlError{0, "the setting cannot be written into the settings file"});
 }
 
 }  // namespace lintara::platform

@@ -2,13 +2,13 @@
 // that what people wrote around it stays, comments included.
 #pragma once
 
-#include "base/result.h"
 #include "base/text.h"
 #include "platform/toml_parser.h"
 
 #include <expected>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <toml++/toml.h>
 
@@ -20,14 +20,16 @@ class TomlDocument {
     [[nodiscard]] static std::expected<TomlDocument, TomlError> Parse(std::string bytes);
 
     // The value as text; nullopt when it is absent. What a person wrote as a number, truth value or date is
-    // its text, 5 or true. Fails when there is a list or a table.
-    [[nodiscard]] Result<std::optional<Text>> Find(TextView section, TextView key) const;
+    // its text, 5 or true. Fails when a list or a table stands there, or something that is no table bears the
+    // section's name.
+    [[nodiscard]] std::expected<std::optional<Text>, TomlError> Find(TextView section, TextView key) const;
 
     // The text of the file in which `key` has that value and all others have what they had. Comments stay,
     // unless people wrote the section in a way that leaves no place for another key (as an inline table, or
-    // by dotted keys): then the file is written anew, without comments. Fails when something that is no
-    // table bears the section's name.
-    [[nodiscard]] Result<std::string> With(TextView section, TextView key, TextView value) const;
+    // by dotted keys): then the file is written anew, without comments. Fails where Find fails: what people
+    // wrote there is not lost.
+    [[nodiscard]] std::expected<std::string, TomlError> With(TextView section, TextView key,
+                                                             TextView value) const;
 
     TomlDocument(TomlDocument&&) noexcept = default;
     TomlDocument& operator=(TomlDocument&&) noexcept = default;
@@ -38,6 +40,10 @@ class TomlDocument {
 
   private:
     TomlDocument(std::string bytes, toml::table table) : bytes_(std::move(bytes)), table_(std::move(table)) {}
+
+    // The value of that key, where one can stand; null when it is absent.
+    [[nodiscard]] std::expected<const toml::node*, TomlError> NodeOf(std::string_view section,
+                                                                     std::string_view key) const;
 
     std::string bytes_;
     toml::table table_;

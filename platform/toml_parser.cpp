@@ -50,6 +50,12 @@ std::optional<std::size_t> LineOfTooManyDots(std::string_view bytes) {
     return std::nullopt;
 }
 
+// The parser's message as people understand it.
+std::string Sentence(std::string_view description) {
+    return description.contains("TOML_MAX_") ? "lists and tables stand too deep in one another"
+                                             : std::string(description);
+}
+
 }  // namespace
 
 std::expected<toml::table, TomlError> ParseToml(std::string_view bytes) {
@@ -59,7 +65,7 @@ std::expected<toml::table, TomlError> ParseToml(std::string_view bytes) {
     try {
         return toml::parse(bytes);
     } catch (const toml::parse_error& error) {
-        return std::unexpected(TomlError{error.source().begin.line, std::string(error.description())});
+        return std::unexpected(TomlError{error.source().begin.line, Sentence(error.description())});
     }
 }
 

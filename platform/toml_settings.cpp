@@ -58,7 +58,12 @@ Result<std::optional<Text>> TomlSettings::Find(SettingName name) {
                 "the settings are damaged, and defaults stand in for them: " + document.error().what});
         return std::nullopt;
     }
-    return document->Find(name.section, name.key);
+    auto found = document->Find(name.section, name.key);
+    if (!found) {
+        Notify({file, found.error().line, found.error().what + "; a default stands in for it"});
+        return std::nullopt;
+    }
+    return *std::move(found);
 }
 
 Result<void> TomlSettings::Save(SettingName name, TextView value) {
@@ -71,6 +76,11 @@ Result<void> TomlSettings::Save(SettingName name, TextView value) {
     if (!locked) {
         return Fail(file, locked.error(), reason);
     }
+    if (!locked->isLocked()) {
+        Notify({file, 0,
+                "cannot be kept from other programs while it is written; do not run two programs that write "
+                "it at the same time"});
+    }
     auto bytes = locked->Read(largestFile + 1);
     if (!bytes) {
         return Fail(file, std::move(bytes.error()), reason);
@@ -79,7 +89,7 @@ Result<void> TomlSettings::Save(SettingName name, TextView value) {
     const TomlDocument nothing = EmptyDocument();
     const auto text = (document ? *document : nothing).With(name.section, name.key, value);
     if (!text) {
-        return Fail(file, std::string(text.error().reason), text.error().reason);
+        return Fail(file, text.error().what, reason, text.error().line);
     }
     if (text->size() > largestFile) {
         return Fail(file, "would become larger than 16 MiB", reason);
@@ -101,13 +111,13 @@ Result<void> TomlSettings::Save(SettingName name, TextView value) {
 
 void TomlSettings::NotifyOfDamage(const fs::path& file, const TomlError& error, const fs::path& kept) {
     Notify({file, error.line,
-            "the settings were damaged: " + error.what + ". They were kept as " + kept.filename().string() +
+            "the settings were damaged: " + error.what + ". They were kept as " + kept.string() +
                 ", and a new file was begun"});
 }
 
-std::unexpected<HostError> TomlSettings::Fail(const fs::path& file, std::string text,
-                                              std::string_view reason) {
-    Notify({file, 0, std::move(text), true});
+std::unexpected<HostError> TomlSettings::Fail(const fs::path& file, std::string text, std::string_view reason,
+                                              std::size_t line) {
+    Notify({file, line, std::move(text), true});
     return Failure(ErrorNumber::HostFailure, reason);
 }
 

@@ -2,7 +2,8 @@
 // read and edit, `settings.toml` in the application's folder, with a table per section and a string per key.
 //
 // Several processes may use it at once: each reads the file as it is, and one after the other changes it. It
-// is never half written. A file that is damaged counts as empty; the first Save keeps it as
+// is never half written. On a file system without locks two may change it at a time; then the later change
+// wins, and the user hears of the danger. A file that is damaged counts as empty; the first Save keeps it as
 // `settings.toml.bad` before it puts a new one in its place, and Find alone changes nothing on the disk. The
 // file's layout is described in toml_document.h and settings_text.h.
 #pragma once
@@ -36,11 +37,13 @@ class TomlSettings final : public SettingsStore {
     // hears of each matter once.
     explicit TomlSettings(std::filesystem::path configFolder, NoticeSink notify = {});
 
-    // Fails when there is a file that cannot be read, or something else than a file.
+    // Fails when there is a file that cannot be read, or something else than a file. A list or a table where
+    // the text should be is no value, and `notify` hears of it.
     [[nodiscard]] Result<std::optional<Text>> Find(SettingName name) override;
 
     // Makes the file and its folders when there are none. Fails, and leaves the earlier value, when the file
-    // can be neither read nor written, or when another process is writing it for seconds.
+    // can be neither read nor written, when another process is writing it for seconds, or when a list or a
+    // table stands where the text should be: people wrote it, and it is not lost.
     [[nodiscard]] Result<void> Save(SettingName name, TextView value) override;
 
     // Where the settings of that application lie.
@@ -48,7 +51,7 @@ class TomlSettings final : public SettingsStore {
 
   private:
     [[nodiscard]] std::unexpected<HostError> Fail(const std::filesystem::path& file, std::string text,
-                                                  std::string_view reason);
+                                                  std::string_view reason, std::size_t line = 0);
     void NotifyOfDamage(const std::filesystem::path& file, const TomlError& error,
                         const std::filesystem::path& kept);
     void Notify(SettingsNotice notice);

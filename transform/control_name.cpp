@@ -5,13 +5,13 @@
 #include "hostmodel/dispatch.h"
 #include "hostmodel/member_kind.h"
 #include "hostmodel/vbe.h"
+#include "transform/host_value.h"
 #include "transform/member_queries.h"
 #include "transform/walks.h"
 
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <variant>
 
 namespace lintara::transform {
 namespace {
@@ -19,33 +19,6 @@ namespace {
 using hostmodel::ComponentType;
 using hostmodel::Value;
 using DispatchPtr = std::shared_ptr<hostmodel::Dispatch>;
-
-// What a late-bound call gave, as the type that the assignment needs. The language's Empty is "" and 0.
-Result<Text> AsText(const Value& value) {
-    if (const auto* text = std::get_if<Text>(&value)) {
-        return *text;
-    }
-    return std::holds_alternative<std::monostate>(value)
-               ? Result<Text>()
-               : Failure(ErrorNumber::TypeMismatch, "the value is not a text");
-}
-
-Result<std::int32_t> AsNumber(const Value& value) {
-    if (const auto* number = std::get_if<std::int32_t>(&value)) {
-        return *number;
-    }
-    return std::holds_alternative<std::monostate>(value)
-               ? Result<std::int32_t>()
-               : Failure(ErrorNumber::TypeMismatch, "the value is not a number");
-}
-
-Result<DispatchPtr> AsObject(const Value& value) {
-    const auto* object = std::get_if<DispatchPtr>(&value);
-    if (object == nullptr || *object == nullptr) {
-        return Failure(ErrorNumber::ObjectNotSet, "the value is not an object");
-    }
-    return *object;
-}
 
 Result<Value> Read(const Result<DispatchPtr>& object, TextView name, std::span<const Value> arguments = {}) {
     return Then(object, [&](const DispatchPtr& present) { return present->Invoke(name, arguments); });

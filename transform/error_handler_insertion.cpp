@@ -1,14 +1,13 @@
 #include "transform/error_handler_insertion.h"
 
-#include "base/checked.h"
 #include "base/constants.h"
 #include "base/runtime.h"
 #include "base/statement.h"
+#include "transform/error_handler_statements.h"
 #include "transform/line_text.h"
 #include "transform/markers.h"
 #include "transform/member_queries.h"
 #include "transform/range_walk.h"
-#include "transform/search_and_replace.h"
 #include "transform/walks.h"
 
 namespace lintara::transform {
@@ -25,16 +24,6 @@ struct Handler {
 
 void Insert(const Result<CodeModulePtr>& codeModule, Line line, TextView text) {
     Attempt(Then(codeModule, [&](const CodeModulePtr& module) { return module->InsertLines(line, text); }));
-}
-
-// Error handling that is switched off inside the body would switch off the new handler.
-void RedirectToLabel(const Handler& handler, Line start, Line end) {
-    const Text off = Text(constants::OnErrorGoto).append(constants::NoErrorHandler);
-    const Text on = Text(constants::OnErrorGoto).append(handler.label);
-    if (const auto last = CheckedSubtract(end.value(), 1)) {
-        static_cast<void>(SearchAndReplace(handler.sources.globals, handler.componentName, off, on, start,
-                                           Line{*last}, {}));
-    }
 }
 
 Text Block(const Handler& handler) {
@@ -58,7 +47,9 @@ void InsertErrorHandlerInRange(const Result<CodeModulePtr>& codeModule, const Ha
     if (FindMarker(codeModule, constants::ErrorHandlerBegin, start, end)) {
         return;
     }
-    RedirectToLabel(handler, start, end);
+    // Error handling that is switched off inside the body would switch off the new handler.
+    RedirectHandlerStatements(handler.sources.globals, handler.componentName, constants::NoErrorHandler,
+                              handler.label, start, end);
     // The block first: it leaves the line of the body's start where it is.
     Insert(codeModule, end, Block(handler));
     Text first;

@@ -2,10 +2,11 @@
 
 #include "base/checked.h"
 #include "base/constants.h"
+#include "base/settings_table.h"
 #include "base/statement.h"
+#include "transform/error_handler_statements.h"
 #include "transform/markers.h"
 #include "transform/range_walk.h"
-#include "transform/search_and_replace.h"
 #include "transform/walks.h"
 
 #include <cstdint>
@@ -14,22 +15,8 @@ namespace lintara::transform {
 namespace {
 
 Text LabelOfHandlers(SettingsStore* settings) {
-    if (settings == nullptr) {
-        return Text(constants::DefaultErrorHandlerLabel);
-    }
-    return settings->Get({.application = constants::SettingsApplication,
-                          .section = constants::CodeAutomationSection,
-                          .key = constants::ErrorHandlerLabelKey},
-                         constants::DefaultErrorHandlerLabel);
-}
-
-// What the insertion did to the statements of the body, the other way round.
-void SwitchOff(hostmodel::Globals& globals, TextView componentName, TextView label, Line start, Line end) {
-    const Text on = Text(constants::OnErrorGoto).append(label);
-    const Text off = Text(constants::OnErrorGoto).append(constants::NoErrorHandler);
-    if (const auto last = CheckedSubtract(end.value(), 1)) {
-        static_cast<void>(SearchAndReplace(globals, componentName, on, off, start, Line{*last}, {}));
-    }
+    const SettingInfo& label = *FindSetting(constants::ErrorHandlerLabelKey);
+    return settings == nullptr ? Text(label.absent) : ReadSetting(*settings, label);
 }
 
 void RemoveErrorHandlerInRange(hostmodel::Globals& globals, SettingsStore* settings,
@@ -39,7 +26,9 @@ void RemoveErrorHandlerInRange(hostmodel::Globals& globals, SettingsStore* setti
     if (!marker) {
         return;
     }
-    SwitchOff(globals, componentName, LabelOfHandlers(settings), start, end);
+    // What the insertion did to the statements of the body, the other way round.
+    RedirectHandlerStatements(globals, componentName, LabelOfHandlers(settings), constants::NoErrorHandler,
+                              start, end);
     Attempt(Then(CheckedSubtract(end.value(), marker->value()),
                  [&](std::int32_t count) { return (*codeModule)->DeleteLines(*marker, count); }));
 }

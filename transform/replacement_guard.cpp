@@ -2,34 +2,30 @@
 
 namespace lintara::transform {
 
+void ReplacementGuard::Rewritings::Count(Line line, std::size_t length) {
+    if (line.value() > lastLine) {
+        *this = {.lastLine = line.value(), .firstLength = length};
+    }
+    ++count;
+}
+
 void ReplacementGuard::PassBegins(Position from) {
+    ++passes_;
     from_ = from;
     rewritten_ = false;
 }
 
-void ReplacementGuard::LineRewritten(Line line, TextView oldText, std::int32_t addedLines) {
+void ReplacementGuard::LineRewritten(Line line, std::size_t length, std::int32_t addedLines) {
     rewritten_ = true;
-    // Searching goes downwards, so a line above the last one is no new one.
-    if (!line_ || line > *line_) {
-        const bool written = line_ && line.value() < untouched_;
-        barrenPasses_ = written ? barrenPasses_ + 1 : 0;
-        untouched_ = written ? untouched_ : std::int64_t{line.value()} + 1;
-        line_ = line;
-        firstLength_ = oldText.size();
-        rewritings_ = 0;
-    }
-    ++rewritings_;
-    untouched_ += addedLines;
+    ofLine_.Count(line, length);
+    ofLineAndThoseMadeOfIt_.Count(line, length);
+    ofLineAndThoseMadeOfIt_.lastLine += addedLines;
 }
 
-bool ReplacementGuard::MayPassAgain(Position next) {
-    if (!rewritten_) {
-        ++barrenPasses_;
-        if (next <= from_) {
-            return false;
-        }
-    }
-    return barrenPasses_ <= MostBarrenPasses && rewritings_ <= firstLength_ + 1;
+bool ReplacementGuard::MayPassAgain(Position next) const {
+    const bool gotAhead = rewritten_ || next > from_;
+    const bool feedsItself = ofLine_.AreTooMany() || (!rangeEnds_ && ofLineAndThoseMadeOfIt_.AreTooMany());
+    return gotAhead && !feedsItself;
 }
 
 }  // namespace lintara::transform

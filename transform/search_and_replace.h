@@ -20,14 +20,15 @@ struct ReplaceOptions {
     bool goThroughDelete = false;
 };
 
-// Replaces from `startLine` to `endLine`, both included, and returns whether the text was found at all: in
-// the component behind `endLine` too, where the search stops. Nothing is found when `startLine` is greater
-// than `endLine`; an `endLine` below 1 finds to the end of the component and replaces nothing.
+// Replaces from `startLine` to `endLine`, both included. `foundAny` tells whether the text was found at all:
+// in the component behind `endLine` too, where the search stops. Nothing is found when `startLine` is greater
+// than `endLine`; an `endLine` below 1 finds to the end of the component and replaces nothing. `foundAny` is
+// right at any moment, should the host throw.
 //
 // A line that the host does not give keeps the text of the line read before it, and one that it does not take
 // is left; the work goes on behind it. A replacement that would never end (replacement_guard.h) is stopped.
-[[nodiscard]] bool SearchAndReplace(hostmodel::Globals& globals, TextView componentName, TextView sought,
-                                    TextView replacement, Line startLine, Line endLine,
-                                    ReplaceOptions options);
+void SearchAndReplace(hostmodel::Globals& globals, TextView componentName, TextView sought,
+                      TextView replacement, Line startLine, Line endLine, ReplaceOptions options,
+                      bool& foundAny);
 
 }  // namespace lintara::transform

@@ -5,24 +5,10 @@
 #include "base/result.h"
 #include "base/statement.h"
 #include "base/strings.h"
+#include "transform/line_breaks.h"
 
 namespace lintara::transform {
 namespace {
-
-struct LineBreaks {
-    std::int32_t count = 0;
-    std::int32_t last = 0;  // the position of the last one; 0 when there is none
-};
-
-LineBreaks LineBreaksIn(TextView text) {
-    LineBreaks breaks;
-    for (std::size_t found = text.find(constants::LineBreak); found != TextView::npos;
-         found = text.find(constants::LineBreak, found + constants::LineBreak.size())) {
-        ++breaks.count;
-        breaks.last = static_cast<std::int32_t>(found) + 1;
-    }
-    return breaks;
-}
 
 // a + b - c, in this order.
 Result<std::int32_t> SumLess(std::int32_t a, std::int32_t b, std::int32_t c) {

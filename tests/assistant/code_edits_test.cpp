@@ -112,6 +112,27 @@ TEST(CodeEditsTest, SearchAndReplaceTellsWhetherItFound) {
     EXPECT_FALSE(found);
 }
 
+TEST(CodeEditsTest, WhatWasFoundBeforeTheHostThrewIsTold) {
+    constexpr std::array<std::string_view, 4> Calls = {"CodeModule.Find", "CodeModule.Lines",
+                                                       "CodeModule.ReplaceLine", "VBComponent.CodeModule"};
+    for (const std::string_view throwing : Calls) {
+        for (const std::size_t before : {0U, 1U}) {
+            CodeFixture fixture("x\nx\nx");
+            const auto plan = std::make_shared<support::FaultPlan>();
+            plan->fault = [&](std::size_t, std::string_view call) {
+                return call == throwing && plan->CountOf(call) == before ? support::Fault::Throws
+                                                                         : support::Fault::None;
+            };
+            Lintara assistant(WholePlatform());
+            assistant.oG = std::make_shared<support::FaultyGlobals>(fixture.globals(), plan);
+            const bool hasMatched = before > 0 || throwing.ends_with("Line") || throwing.ends_with("Lines");
+            bool found = !hasMatched;
+            assistant.SearchAndReplace(u"Module1", u"x", u"y", 1, 3, false, false, found);
+            EXPECT_EQ(found, hasMatched) << throwing << " after " << before;
+        }
+    }
+}
+
 TEST(CodeEditsTest, WithoutAServicesObjectNothingIsFound) {
     Lintara assistant(WholePlatform());
     bool found = true;

@@ -95,9 +95,20 @@ TEST(TomlDocument, TellsWhatPeopleWroteAsText) {
 }
 
 TEST(TomlDocument, KeepsAValueThatStandsWhereTheSectionShouldBe) {
-    EXPECT_EQ(Found("S = 5\n", u"S", u"Key"), std::nullopt);
+    EXPECT_EQ(Found("S = 5\n", u"S", u"Key"), u"<fails>");
     EXPECT_EQ(With("S = 5\n", u"S", u"Key", u"1"), "<fails>");
     EXPECT_EQ(With("[[S]]\na = 1\n", u"S", u"Key", u"1"), "<fails>");
+}
+
+TEST(TomlDocument, KeepsAListOrATableThatStandsWhereTheTextShouldBe) {
+    for (const std::string value :
+         {"Key = [1, 2]", "Key = []", "Key = { a = 1 }", "Key.a = 1", "[S.Key] # mine", "[[S.Key]]\na = 1"}) {
+        const std::string bytes = "# c\n[S]\n" + value + "\n";
+        EXPECT_EQ(Found(bytes, u"S", u"Key"), u"<fails>") << value;
+        EXPECT_EQ(With(bytes, u"S", u"Key", u"1"), "<fails>") << value;
+        EXPECT_EQ(Found(With(bytes, u"S", u"Other", u"1"), u"S", u"Other"), u"1") << value;
+        EXPECT_EQ(Parsed(bytes).Find(u"S", u"Key").error().line, 3U) << value;
+    }
 }
 
 TEST(TomlDocument, KeepsNumbersThatEqualNothing) {

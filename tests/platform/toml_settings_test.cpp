@@ -2,13 +2,16 @@
 
 #include "platform/locked_file.h"
 #include "platform/user_folders.h"
+#include "tests/platform/without_locks.h"
 #include "tests/support/other_process.h"
 #include "tests/support/random.h"
 #include "tests/support/temporary_folder.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <vector>
@@ -180,6 +183,61 @@ TEST_F(TomlSettingsTest, ThatAreDamagedAreSetAsideWhenTheFileIsWritten) {
     }
 }
 
+TEST_F(TomlSettingsTest, ThatAreNoTextsAreToldOfAndNeverOverwritten) {
+    const struct {
+        std::string bytes;
+        std::size_t line;
+        std::string_view what;
+    } cases[] = {
+        {"[CodeAutomation]\nA = [1] # mine\n", 2, "\"A\" is a list or a table, not a text"},
+        {"[CodeAutomation.A]\n# mine\nx = 1\n", 1, "\"A\" is a list or a table, not a text"},
+        {"\nCodeAutomation = 3\n", 2, "\"CodeAutomation\" is no section here, but another value"},
+    };
+    for (const auto& c : cases) {
+        folder_.Write(settingsFile, c.bytes);
+        notices_.clear();
+        TomlSettings store = Store();
+        EXPECT_EQ(store.Find(Name(u"A")), std::nullopt);
+        EXPECT_EQ(store.Get(Name(u"A"), u"default"), u"default");
+        ASSERT_THAT(notices_, SizeIs(1)) << c.bytes;
+        EXPECT_EQ(notices_[0].line, c.line) << c.bytes;
+        EXPECT_THAT(notices_[0].text, testing::StartsWith(std::string(c.what)));
+        EXPECT_FALSE(notices_[0].isError);
+        EXPECT_FALSE(store.Save(Name(u"A"), u"1"));
+        ASSERT_THAT(notices_, SizeIs(2)) << c.bytes;
+        EXPECT_EQ(notices_[1].line, c.line) << c.bytes;
+        EXPECT_EQ(notices_[1].text, c.what);
+        EXPECT_TRUE(notices_[1].isError);
+        EXPECT_EQ(folder_.Read(settingsFile), c.bytes);
+        EXPECT_THAT(FileNames(), ElementsAre(settingsFile));
+    }
+}
+
+TEST_F(TomlSettingsTest, ThatAreDamagedAreSetAsideWhereASymbolicLinkLeads) {
+    folder_.Write("dotfiles/mine.toml", "damaged");
+    fs::create_directory(folder_ / "Tarnwick");
+    fs::create_symlink("../dotfiles/mine.toml", folder_ / settingsFile);
+    ASSERT_TRUE(Store().Save(Name(u"A"), u"1"));
+    EXPECT_EQ(folder_.Read("dotfiles/mine.toml.bad"), "damaged");
+    ASSERT_THAT(notices_, SizeIs(1));
+    EXPECT_THAT(notices_[0].text, HasSubstr(fs::canonical(folder_ / "dotfiles/mine.toml.bad").string()));
+}
+
+TEST_F(TomlSettingsTest, ThatAKilledWriterHasSetAsideAreNotSetAsideTwice) {
+    const fs::path file = folder_.Write(settingsFile, "damaged");
+    fs::create_hard_link(file, folder_ / "Tarnwick/settings.toml.bad");
+    ASSERT_TRUE(Store().Save(Name(u"A"), u"1"));
+    EXPECT_EQ(folder_.Read("Tarnwick/settings.toml.bad"), "damaged");
+    EXPECT_THAT(FileNames(), UnorderedElementsAre(settingsFile, "Tarnwick/settings.toml.bad"));
+}
+
+TEST_F(TomlSettingsTest, AreNotSetAsideByALinkToThemselves) {
+    folder_.Write(settingsFile, "damaged");
+    fs::create_symlink("settings.toml", folder_ / "Tarnwick/settings.toml.bad");
+    ASSERT_TRUE(Store().Save(Name(u"A"), u"1"));
+    EXPECT_EQ(folder_.Read("Tarnwick/settings.toml.bad.1"), "damaged");
+}
+
 TEST_F(TomlSettingsTest, WarnOncePerDamage) {
     folder_.Write(settingsFile, "[CodeAutomation]\nA = \"1\"\nB =\n");
     TomlSettings store = Store();
@@ -251,6 +309,25 @@ TEST_F(TomlSettingsTest, OfDamagedFilesStayWhenTheNewOneCannotBeWritten) {
     EXPECT_EQ(outcome, "unsaved");
     EXPECT_THAT(FileNames(), ElementsAre(settingsFile));
     EXPECT_EQ(folder_.Read(settingsFile), "damaged");
+}
+
+// On the file system of a test there is always space; a limit on the size of files does the same to a writer.
+TEST_F(TomlSettingsTest, StayWhenThereIsNoSpaceForTheNewOnes) {
+    for (const std::string before : {"[CodeAutomation]\nA = \"1\"\n", "damaged"}) {
+        folder_.Write(settingsFile, before);
+        const std::string outcome = support::InOtherProcess([&]() -> std::string {
+            const rlimit limit{.rlim_cur = 1000, .rlim_max = 1000};
+            if (std::signal(SIGXFSZ, SIG_IGN) == SIG_ERR || ::setrlimit(RLIMIT_FSIZE, &limit) != 0) {
+                return "no limit";
+            }
+            TomlSettings store = Store();
+            const bool saved = store.Save(Name(u"A"), Text(5000, u'v')).has_value();
+            return (saved ? "saved: " : "unsaved: ") + (notices_.empty() ? "" : notices_.back().text);
+        });
+        EXPECT_THAT(outcome, testing::StartsWith("unsaved: cannot be written: "));
+        EXPECT_EQ(folder_.Read(settingsFile), before);
+        EXPECT_THAT(FileNames(), ElementsAre(settingsFile));
+    }
 }
 
 Text KeyOf(char writer, int number) {
@@ -337,6 +414,27 @@ TEST_F(TomlSettingsTest, WaitForAnotherWriterOnlySoLong) {
     const auto second = LockedFile::Open(file, std::chrono::milliseconds(20));
     ASSERT_FALSE(second);
     EXPECT_THAT(second.error(), HasSubstr("another program"));
+}
+
+TEST_F(TomlSettingsTest, AreWrittenWithoutALockWhereThereIsNone) {
+    TomlSettings store = Store();
+    {
+        const support::WithoutLocks noLocks(ENOLCK);
+        ASSERT_TRUE(store.Save(Name(u"A"), u"1"));
+        ASSERT_TRUE(store.Save(Name(u"A"), u"2"));
+    }
+    ASSERT_TRUE(store.Save(Name(u"B"), u"3"));
+    EXPECT_EQ(store.Find(Name(u"A")), u"2");
+    ASSERT_THAT(notices_, SizeIs(1));
+    EXPECT_THAT(notices_[0].text, HasSubstr("at the same time"));
+    EXPECT_FALSE(notices_[0].isError);
+}
+
+// As network file systems do that lock only what is open for writing.
+TEST_F(TomlSettingsTest, AreOpenForWritingWhileTheyAreLocked) {
+    const support::WithoutLocks noLocks(EBADF, support::WithoutLocks::Of::FilesOpenForReading);
+    ASSERT_TRUE(Store().Save(Name(u"A"), u"1"));
+    EXPECT_THAT(notices_, IsEmpty());
 }
 
 class SavedVariable {

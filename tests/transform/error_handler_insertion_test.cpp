@@ -167,6 +167,44 @@ hErr:
     Resume Next
 End Sub
 )"},
+    {"part of a longer word is redirected too", R"(
+Option Explicit
+Sub A()
+    x = 1
+    On Error GoTo 01
+    MyOn Error GoTo 0
+End Sub
+)",
+     R"(
+Option Explicit
+Sub A()
+    On Error GoTo hErr
+    x = 1
+    On Error GoTo hErr1
+    MyOn Error GoTo hErr
+' TWErrorHandler begin - please do not modify or remove this line
+Exit Sub
+hErr:
+    Resume Next
+End Sub
+)"},
+    {"the closing line keeps its comment", R"(
+Option Explicit
+Sub A()
+    x = 1 ' On Error GoTo 0
+End Sub         ' On Error GoTo 0
+)",
+     R"(
+Option Explicit
+Sub A()
+    On Error GoTo hErr
+    x = 1 ' On Error Goto hErr
+' TWErrorHandler begin - please do not modify or remove this line
+Exit Sub
+hErr:
+    Resume Next
+End Sub         ' On Error GoTo 0
+)"},
     {"the statement with another label is not that statement", R"(
 Option Explicit
 Sub A()

@@ -132,6 +132,32 @@ End Sub
               "Option Explicit\nSub A()\n    On Error GoTo 0\n    On Error GoTo hErr\nEnd Sub");
 }
 
+TEST(ErrorHandlerRemovalTest, ALabelThatBeginsAsTheHandlersIsPartlySwitchedOffToo) {
+    CodeFixture fixture(R"(
+Option Explicit
+Sub A()
+    On Error GoTo hErr2
+' TWErrorHandler begin - please do not modify or remove this line
+End Sub
+)");
+    Remove(fixture);
+    EXPECT_EQ(fixture.text(), "Option Explicit\nSub A()\n    On Error GoTo 02\nEnd Sub");
+}
+
+TEST(ErrorHandlerRemovalTest, TheClosingLineKeepsItsComment) {
+    CodeFixture fixture(R"(
+Option Explicit
+Sub A()
+    x = 1 ' On Error GoTo hErr
+' TWErrorHandler begin - please do not modify or remove this line
+End Sub            ' On Error GoTo hErr
+)");
+    Remove(fixture);
+    EXPECT_EQ(fixture.text(),
+              "Option Explicit\nSub A()\n    x = 1 ' On Error Goto 0\n"
+              "End Sub            ' On Error GoTo hErr");
+}
+
 TEST(ErrorHandlerRemovalTest, AChangedLabelLeavesTheStatementsAndTheBlockStillGoes) {
     CodeFixture fixture(WithHandler);
     platform::MemorySettings settings = SettingsWithLabel(u"newErr");

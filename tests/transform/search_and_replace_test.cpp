@@ -7,6 +7,7 @@
 #include "tests/support/scripted_module.h"
 #include "tests/transform/plain_operations.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <memory>
@@ -29,10 +30,17 @@ using support::ScriptedModule;
 
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
 
+bool ReplaceIn(hostmodel::Globals& globals, TextView component, TextView sought, TextView replacement,
+               Line start, Line end, ReplaceOptions options) {
+    bool found = true;
+    SearchAndReplace(globals, component, sought, replacement, start, end, options, found);
+    return found;
+}
+
 bool Replace(CodeFixture& fixture, TextView sought, TextView replacement, std::int32_t start,
              std::int32_t end, ReplaceOptions options = {}) {
-    const bool found = SearchAndReplace(*fixture.globals(), ModuleName, sought, replacement, Line{start},
-                                        Line{end}, options);
+    const bool found =
+        ReplaceIn(*fixture.globals(), ModuleName, sought, replacement, Line{start}, Line{end}, options);
     EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
     return found;
 }
@@ -82,7 +90,7 @@ TEST(SearchAndReplaceTest, AStartBehindTheEndAsksTheHostNothing) {
     CodeFixture fixture("abc");
     const auto plan = std::make_shared<support::FaultPlan>();
     support::FaultyGlobals globals(fixture.globals(), plan);
-    EXPECT_FALSE(SearchAndReplace(globals, ModuleName, u"abc", u"d", Line{10}, Line{5}, {}));
+    EXPECT_FALSE(ReplaceIn(globals, ModuleName, u"abc", u"d", Line{10}, Line{5}, {}));
     EXPECT_TRUE(plan->calls.empty());
 }
 
@@ -130,7 +138,7 @@ TEST(SearchAndReplaceTest, TheComponentIsThatOfTheActiveProject) {
 
 TEST(SearchAndReplaceTest, AnUnknownComponentHasNoMatch) {
     CodeFixture fixture("abc");
-    EXPECT_FALSE(SearchAndReplace(*fixture.globals(), u"Nothing", u"abc", u"d", Line{1}, Line{9}, {}));
+    EXPECT_FALSE(ReplaceIn(*fixture.globals(), u"Nothing", u"abc", u"d", Line{1}, Line{9}, {}));
 }
 
 TEST(SearchAndReplaceTest, TheLineIsReplacedInPlaceOrDeletedAndInserted) {
@@ -138,8 +146,8 @@ TEST(SearchAndReplaceTest, TheLineIsReplacedInPlaceOrDeletedAndInserted) {
         CodeFixture fixture("abc\nx abc");
         const auto plan = std::make_shared<support::FaultPlan>();
         support::FaultyGlobals globals(fixture.globals(), plan);
-        EXPECT_TRUE(SearchAndReplace(globals, ModuleName, u"abc", u"d", Line{1}, Line{2},
-                                     {.goThroughDelete = goThroughDelete}));
+        EXPECT_TRUE(ReplaceIn(globals, ModuleName, u"abc", u"d", Line{1}, Line{2},
+                              {.goThroughDelete = goThroughDelete}));
         EXPECT_EQ(fixture.text(), "d\nx d");
         EXPECT_EQ(plan->CountOf("CodeModule.ReplaceLine"), goThroughDelete ? 0U : 2U);
         EXPECT_EQ(plan->CountOf("CodeModule.DeleteLines"), goThroughDelete ? 2U : 0U);
@@ -174,19 +182,92 @@ TEST(SearchAndReplaceGuardTest, ALineThatKeepsMakingLinesEndsAtTheRangesEnd) {
     EXPECT_EQ(fixture.text(), "x\nx\nx\nx\na\nb");
 }
 
+// The line and those that were made of it count as one where nothing else would end it.
 TEST(SearchAndReplaceGuardTest, ALineThatKeepsMakingLinesEndsWithoutARangesEndToo) {
-    auto module = std::make_shared<ScriptedModule>();
-    module->lineAt = [](Line) -> Result<Text> { return Text(u"a"); };
-    module->lines.resize(200000);
-    module->find = [](TextView, Position& start, Position& end, hostmodel::FindOptions) -> Result<bool> {
-        start = {start.line + 1, Column{1}};
-        end = {start.line, Column{2}};
-        return true;
+    CodeFixture fixture("a\nb");
+    EXPECT_TRUE(Replace(fixture, u"a", u"x\r\na", 1, Highest));
+    EXPECT_EQ(fixture.text(), "x\nx\nx\na\nb");
+    CodeFixture second("xyz a\na");
+    EXPECT_TRUE(Replace(second, u"a", u"a\r\n\r\na", 2, Highest));
+    EXPECT_EQ(second.text(), "xyz a\na\n\na\n\na\n\na");
+}
+
+TEST(SearchAndReplaceGuardTest, LinesThatEndByThemselvesAreMadeWithoutARangesEndToo) {
+    const auto lines = [](int count) {
+        std::string text;
+        for (int i = 0; i < count; ++i) {
+            text += "b\n";
+        }
+        return text;
     };
-    EXPECT_TRUE(
-        SearchAndReplace(*support::GlobalsOver(module), u"C", u"a", u"x\r\na", Line{1}, Line{Highest}, {}));
-    EXPECT_GT(module->replacements, 65000U);
-    EXPECT_LT(module->replacements, 66000U);
+    for (const bool goThroughDelete : {false, true}) {
+        CodeFixture fixture(std::string(300, 'a') + "\n" + std::string(300, 'a'));
+        EXPECT_TRUE(Replace(fixture, u"a", u"b\r\n", 1, Highest, {.goThroughDelete = goThroughDelete}));
+        EXPECT_EQ(fixture.text(), lines(300) + "\n" + lines(300));
+    }
+}
+
+TEST(SearchAndReplaceGuardTest, ALineThatKeepsMakingLinesMakesMoreThanTheIdeTakes) {
+    constexpr int ManyLines = 70000;
+    CodeFixture fixture("a");
+    EXPECT_TRUE(Replace(fixture, u"a", u"x\r\na", 1, ManyLines));
+    EXPECT_EQ(fixture.module().CountOfLines(), ManyLines + 1);
+}
+
+// A code module that takes no line of more than `longest` characters, as the IDE takes none of more than
+// 1023.
+class ShortLines : public ScriptedModule {
+  public:
+    explicit ShortLines(std::size_t longest) : longest_(longest) {
+        find = [this](TextView sought, Position& start, Position& end,
+                      hostmodel::FindOptions) -> Result<bool> {
+            auto column = static_cast<std::size_t>(std::max(start.column.value(), 1));
+            for (auto line = static_cast<std::size_t>(start.line.value()); line <= lines.size(); ++line) {
+                const std::size_t at = lines[line - 1].find(sought, column - 1);
+                if (at != Text::npos) {
+                    start = {Line{static_cast<std::int32_t>(line)},
+                             Column{static_cast<std::int32_t>(at) + 1}};
+                    end = {start.line, start.column + static_cast<std::int32_t>(sought.size())};
+                    return true;
+                }
+                column = 1;
+            }
+            return false;
+        };
+    }
+
+    Result<void> ReplaceLine(Line line, TextView text) override {
+        if (text.size() > longest_) {
+            return Failure(ErrorNumber::HostFailure, "the line is too long");
+        }
+        return ScriptedModule::ReplaceLine(line, text);
+    }
+
+  private:
+    std::size_t longest_;
+};
+
+TEST(SearchAndReplaceGuardTest, HoweverManyLinesAreRefusedTheOnesBehindThemAreReplaced) {
+    constexpr std::size_t Longest = 1023;
+    const auto module = std::make_shared<ShortLines>(Longest);
+    module->lines.assign(200, Text(Longest, u'a'));
+    module->lines.emplace_back(u"a");
+    EXPECT_TRUE(ReplaceIn(*support::GlobalsOver(module), u"C", u"a", u"bcd", Line{1}, Line{201}, {}));
+    EXPECT_EQ(module->replacements, 1U);
+    EXPECT_EQ(module->lines.back(), u"bcd");
+}
+
+// Where the host does not give the line, what stands in for it may be longer than the line itself.
+TEST(SearchAndReplaceGuardTest, EveryMatchOfALineThatIsNotGivenIsReplaced) {
+    CodeFixture fixture("aaaaaa\na");
+    const auto plan = std::make_shared<support::FaultPlan>();
+    plan->fault = [&](std::size_t, std::string_view call) {
+        return call == "CodeModule.Lines" && plan->CountOf(call) == 6 ? support::Fault::Fails
+                                                                      : support::Fault::None;
+    };
+    support::FaultyGlobals globals(fixture.globals(), plan);
+    EXPECT_TRUE(ReplaceIn(globals, ModuleName, u"a", u"b", Line{1}, Line{2}, {}));
+    EXPECT_EQ(fixture.text(), "bbbbbb\nbbbbbb");
 }
 
 using Positions = std::pair<Position, Position>;
@@ -231,8 +312,8 @@ TEST(SearchAndReplaceGuardTest, AHostThatAlwaysFindsComesToAnEnd) {
              {std::pair(1, Highest), std::pair(1, 2), std::pair(0, 0), std::pair(-9, -1), std::pair(1, 1)}) {
             std::size_t searches = 0;
             const auto module = AlwaysFinding(places, searches);
-            EXPECT_TRUE(SearchAndReplace(*support::GlobalsOver(module), u"C", u"b", u"bb", Line{first},
-                                         Line{last}, {}));
+            EXPECT_TRUE(
+                ReplaceIn(*support::GlobalsOver(module), u"C", u"b", u"bb", Line{first}, Line{last}, {}));
             EXPECT_LT(searches, 100U);
         }
     }
@@ -251,11 +332,23 @@ TEST(SearchAndReplaceGuardTest, AHostThatFindsFurtherAndFurtherComesToAnEnd) {
                 ++searches;
                 return true;
             };
-            EXPECT_TRUE(SearchAndReplace(*support::GlobalsOver(module), u"C", u"b", u"",
-                                         Line{last == 0 ? 0 : 1}, Line{last}, {}));
+            EXPECT_TRUE(ReplaceIn(*support::GlobalsOver(module), u"C", u"b", u"", Line{last == 0 ? 0 : 1},
+                                  Line{last}, {}));
             EXPECT_LT(searches, 70000U);
         }
     }
+}
+
+TEST(SearchAndReplaceGuardTest, EveryMatchThatIsThereIsFoundWhereNothingIsReplaced) {
+    std::string source;
+    for (int line = 0; line < 700; ++line) {
+        source += std::string(100, 'a') + "\n";
+    }
+    CodeFixture fixture(source);
+    const auto plan = std::make_shared<support::FaultPlan>();
+    support::FaultyGlobals globals(fixture.globals(), plan);
+    EXPECT_TRUE(ReplaceIn(globals, ModuleName, u"a", u"b", Line{0}, Line{0}, {}));
+    EXPECT_EQ(plan->CountOf("CodeModule.Find"), 70001U);
 }
 
 // A line that can be inserted and not deleted moves down for ever.
@@ -267,8 +360,8 @@ TEST(SearchAndReplaceGuardTest, AHostThatDeletesNothingComesToAnEnd) {
     };
     support::FaultyGlobals globals(fixture.globals(), plan);
     EXPECT_TRUE(
-        SearchAndReplace(globals, ModuleName, u"a", u"b", Line{1}, Line{Highest}, {.goThroughDelete = true}));
-    EXPECT_LT(fixture.module().CountOfLines(), 70000);
+        ReplaceIn(globals, ModuleName, u"a", u"b", Line{1}, Line{Highest}, {.goThroughDelete = true}));
+    EXPECT_EQ(fixture.text(), "b\nb\nb\na");
 }
 
 constexpr std::string_view Source = "Sub A()\n    abc = abc + 1\n    y = abc\nEnd Sub\n' abc";
@@ -292,8 +385,8 @@ TEST(FaultySearchAndReplaceTest, EveryFailingStatementIsSkippedAndTheNextRuns) {
             support::WithEveryCallFaulty(
                 fault, make,
                 [&](const auto& globals) {
-                    EXPECT_EQ(SearchAndReplace(*globals, ModuleName, u"abc", u"def", Line{1}, Line{4},
-                                               {.goThroughDelete = goThroughDelete}),
+                    EXPECT_EQ(ReplaceIn(*globals, ModuleName, u"abc", u"def", Line{1}, Line{4},
+                                        {.goThroughDelete = goThroughDelete}),
                               found.at(run));
                 },
                 [&](CodeFixture& fixture, const support::FaultPlan& plan, std::string_view faulty) {
@@ -316,7 +409,7 @@ TEST(FaultySearchAndReplaceTest, ALineThatCannotBeReadBecomesTheOneReadBefore) {
                                                                       : support::Fault::None;
     };
     support::FaultyGlobals globals(fixture.globals(), plan);
-    EXPECT_TRUE(SearchAndReplace(globals, ModuleName, u"abc", u"d", Line{1}, Line{2}, {}));
+    EXPECT_TRUE(ReplaceIn(globals, ModuleName, u"abc", u"d", Line{1}, Line{2}, {}));
     EXPECT_EQ(fixture.text(), "x = d\nx = d");
 }
 

@@ -1,11 +1,13 @@
 #include "base/settings_table.h"
 
 #include "base/constants.h"
-#include "platform/memory_settings.h"
 
 #include <algorithm>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -13,7 +15,24 @@
 namespace lintara {
 namespace {
 
-using platform::MemorySettings;
+class MemoryStore final : public SettingsStore {
+  public:
+    Result<std::optional<Text>> Find(SettingName name) override {
+        const auto found = values_.find(KeyOf(name));
+        return found == values_.end() ? std::nullopt : std::optional(found->second);
+    }
+    Result<void> Save(SettingName name, TextView value) override {
+        values_.insert_or_assign(KeyOf(name), Text(value));
+        return {};
+    }
+
+  private:
+    static std::tuple<Text, Text, Text> KeyOf(SettingName name) {
+        return {Text(name.application), Text(name.section), Text(name.key)};
+    }
+
+    std::map<std::tuple<Text, Text, Text>, Text> values_;
+};
 
 TEST(SettingsTable, IsTheOneThatStoredSettingsFollow) {
     using enum SettingKind;
@@ -45,7 +64,7 @@ TEST(SettingsTable, FindsByKey) {
 }
 
 TEST(SettingsTable, TellsWhatAFirstRunShows) {
-    MemorySettings store;
+    MemoryStore store;
     for (const SettingInfo& setting : SettingsTable()) {
         if (setting.kind == SettingKind::CheckBox) {
             EXPECT_EQ(ReadCheckBox(store, setting.name()), 1);
@@ -59,7 +78,7 @@ TEST(SettingsTable, TellsWhatAFirstRunShows) {
 }
 
 TEST(SettingsTable, TheBoxesOfTheRemoveDialogAreStoredUnderEachOthersKey) {
-    MemorySettings store;
+    MemoryStore store;
     const auto name = [](TextView key) { return FindSetting(key)->name(); };
     ASSERT_TRUE(SaveCheckBox(store, name(constants::RemoveErrorHandlersKey), 0));
     ASSERT_TRUE(SaveCheckBox(store, name(constants::RemoveLineNumbersKey), 1));
@@ -75,13 +94,27 @@ TEST(CheckBoxSetting, IsTheNumberThatIsStored) {
     const auto mismatch = Result<std::int32_t>(std::unexpect, HostError{ErrorNumber::TypeMismatch, {}});
     const auto overflow = Result<std::int32_t>(std::unexpect, HostError{ErrorNumber::Overflow, {}});
     const Case cases[] = {
-        {u"0", 0},   {u"1", 1},         {u" 1 ", 1},          {u"2", 2},       {u"-1", -1},
-        {u"0.4", 0}, {u"true", 1},      {u"false", 0},        {u"", mismatch}, {u"yes", mismatch},
-        {u"&H1", 1}, {u"1x", mismatch}, {u"99999", overflow},
+        {u"0", 0},
+        {u"1", 1},
+        {u" 1 ", 1},
+        {u"2", 2},
+        {u"-1", -1},
+        {u"0.4", 0},
+        {u"true", 1},
+        {u"false", 0},
+        {u"True", 1},
+        {u"FALSE", 0},
+        {u"truer", mismatch},
+        {u"true ", mismatch},
+        {u"", mismatch},
+        {u"yes", mismatch},
+        {u"&H1", 1},
+        {u"1x", mismatch},
+        {u"99999", overflow},
     };
     const SettingName name = SettingsTable()[0].name();
     for (const Case& c : cases) {
-        MemorySettings store;
+        MemoryStore store;
         ASSERT_TRUE(store.Save(name, c.stored));
         const Result<std::int32_t> value = ReadCheckBox(store, name);
         ASSERT_EQ(value.has_value(), c.value.has_value()) << std::string(c.stored.begin(), c.stored.end());
@@ -94,7 +127,7 @@ TEST(CheckBoxSetting, IsTheNumberThatIsStored) {
 }
 
 TEST(CheckBoxSetting, IsStoredAsDecimalText) {
-    MemorySettings store;
+    MemoryStore store;
     const SettingName name = SettingsTable()[0].name();
     for (const auto& [value, text] : {std::pair(0, u"0"), std::pair(1, u"1"), std::pair(-1, u"-1")}) {
         ASSERT_TRUE(SaveCheckBox(store, name, value));
