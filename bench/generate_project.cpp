@@ -17,20 +17,28 @@ bool ReadNumber(std::string_view text, std::uint64_t& number) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
+constexpr const char* usage =
+    "usage: generate_project FOLDER [FILES [LINES [SEED]]]\n"
+    "Writes a generated project into the folder and prints the path of its project file. Usual are 600 "
+    "files\n"
+    "and 450000 lines; at least 60 lines for each file are needed.\n";
+
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::vector<std::string_view> arguments(argv + 1, argv + argc);
+    if (!arguments.empty() && (arguments[0] == "--help" || arguments[0] == "-h")) {
+        std::fputs(usage, stdout);
+        return 0;
+    }
     std::vector<std::uint64_t> numbers{600, 450'000, 1};
-    bool understood = !arguments.empty() && arguments.size() <= 1 + numbers.size();
+    bool understood =
+        !arguments.empty() && !arguments[0].starts_with('-') && arguments.size() <= 1 + numbers.size();
     for (std::size_t i = 1; understood && i < arguments.size(); ++i) {
         understood = ReadNumber(arguments[i], numbers[i - 1]);
     }
     if (!understood || numbers[0] == 0 || numbers[1] < 60 * numbers[0]) {
-        std::fputs(
-            "usage: generate_project FOLDER [FILES [LINES [SEED]]]\n"
-            "At least 60 lines for each file are needed.\n",
-            stderr);
+        std::fputs(usage, stderr);
         return 2;
     }
     try {

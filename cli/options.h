@@ -30,6 +30,8 @@ struct ScopeOptions {
     std::vector<std::string> components;  // patterns; empty: all
     std::vector<std::string> procedures;  // patterns; empty: all
     std::vector<std::string> excluded;    // patterns of components and of Component.Procedure
+    // A pattern that leaves out nothing is told: of the command line, not of a file for many projects.
+    bool mustExclude = false;
     std::optional<CaretPlace> at;
 };
 

@@ -224,6 +224,7 @@ Opener::Outcome Opener::TryOpen(const fs::path& path) {
     }
     plan_ = *std::move(plan);
     warnings_ = std::move(plan_.warnings);
+    unreadable_ = std::move(plan_.unreadable);
     LoadAll();
     std::vector<fs::path> folders;
     for (const PlannedProject& project : plan_.projects) {

@@ -16,8 +16,9 @@ struct OpenOptions {
     EncodingPtr codePage;      // for files without a byte order mark; null: windows-1252
     bool recursive = false;    // of a folder, what lies below it too
     bool skipMissing = false;  // components that the disk lacks are warnings, not an error
-    // Called for each component that cannot be read, which then is left out; its file stays one of the
-    // project's. Without this, such a component is an error.
+    // Called for each component that cannot be read or that the disk lacks, which then is left out; its file
+    // stays one of the project's. The same of a group's projects that the disk lacks. Without this, they are
+    // errors. What `skipMissing` makes a warning is none of these.
     std::function<void(const Diagnostic& problem)> unreadable;
     // Called now and then from the opening thread with the components read so far and all of them.
     std::function<void(std::size_t done, std::size_t total)> progress;

@@ -79,7 +79,8 @@ class Planner {
 };
 
 void Planner::ReportMissing(const fs::path& file, const FileEntry& entry, std::string message) {
-    (options_.skipMissing ? plan_.warnings : errors_).push_back({file, entry.line, std::move(message)});
+    Diagnostics& kept = options_.unreadable ? plan_.unreadable : errors_;
+    (options_.skipMissing ? plan_.warnings : kept).push_back({file, entry.line, std::move(message)});
 }
 
 // The file that an entry of `file` names.

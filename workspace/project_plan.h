@@ -30,6 +30,7 @@ struct ProjectPlan {
     bool isGroup = false;
     std::size_t startup = 0;  // which project is the active one
     Diagnostics warnings;
+    Diagnostics unreadable;  // about files that are left out, as OpenOptions::unreadable has it
 };
 
 [[nodiscard]] std::expected<ProjectPlan, Diagnostics> PlanProjects(const std::filesystem::path& path,

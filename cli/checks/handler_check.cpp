@@ -6,6 +6,9 @@ namespace lintara::cli {
 
 std::expected<bool, Skip> HandlerCheck::Apply(const EditTarget& target, const ProcedureGroup& group,
                                               ComponentReport& report) {
+    if (auto skip = CheckRanges(target, group)) {
+        return std::unexpected(*std::move(skip));
+    }
     const HandlerFinding state = StateOfHandler(target, group, wanted_);
     if (state.state == HandlerState::UpToDate) {
         return false;

@@ -1,9 +1,7 @@
 #include "cli/checks/number_check.h"
 
 #include "cli/guards/existing_numbers.h"
-#include "cli/numbers/placed_numbers.h"
 #include "cli/output/terminal_text.h"
-#include "workspace/syntax.h"
 
 #include <algorithm>
 #include <map>
@@ -15,16 +13,6 @@ using workspace::ProcedureInfo;
 
 NumberOptions Renumbering(NumberOptions numbers) {
     numbers.renumber = true;
-    return numbers;
-}
-
-std::vector<std::optional<std::int64_t>> NumbersOf(std::span<const Text> body) {
-    std::vector<std::optional<std::int64_t>> numbers;
-    bool continued = false;
-    for (const Text& line : body) {
-        numbers.push_back(continued ? std::nullopt : NumberAtStart(line));
-        continued = workspace::Continues(line);
-    }
     return numbers;
 }
 
@@ -63,7 +51,7 @@ std::expected<bool, Skip> NumberCheck::Apply(const EditTarget& target, const Pro
     std::vector<Numbers> before;
     for (std::size_t i = 0; i < parts; ++i) {
         const ProcedureText::Part& part = text_.parts()[i];
-        before.push_back(NumbersOf(text_.body(part)));
+        before.push_back(NumbersAtStartOf(text_.body(part)));
         FindDuplicates(target, group.reached[i], part, before[i]);
     }
     const auto inserted = insertion_.Apply(target, group, report);
@@ -73,7 +61,7 @@ std::expected<bool, Skip> NumberCheck::Apply(const EditTarget& target, const Pro
     after_.Read(target.module, group);
     for (std::size_t i = 0; i < parts; ++i) {
         const ProcedureText::Part& part = text_.parts()[i];
-        Compare(target, group.reached[i], part, before[i], NumbersOf(after_.body(after_.parts()[i])));
+        Compare(target, group.reached[i], part, before[i], NumbersAtStartOf(after_.body(after_.parts()[i])));
     }
     text_.PutBackAll(target.module);
     return false;

@@ -8,10 +8,11 @@ namespace {
 
 std::vector<CommandInfo> AllCommands() {
     std::vector<CommandInfo> commands = {
-        ListCommand(),         InsertCommand(),         RemoveCommand(),           CustomInsertCommand(),
-        CustomRemoveCommand(), ReplaceCommand(),        MemberCommand(),           CheckCommand(),
-        WhereCommand(),        TemplateExpandCommand(), TemplateGenerateCommand(), UndoCommand(),
-        RecoverCommand(),      SettingsListCommand(),   SettingsGetCommand(),      SettingsSetCommand(),
+        ListCommand(),          InsertCommand(),         RemoveCommand(),           CustomInsertCommand(),
+        CustomRemoveCommand(),  ReplaceCommand(),        MemberCommand(),           CheckCommand(),
+        WhereCommand(),         TemplateExpandCommand(), TemplateGenerateCommand(), UndoCommand(),
+        RecoverCommand(),       SettingsListCommand(),   SettingsGetCommand(),      SettingsSetCommand(),
+        SettingsResetCommand(),
     };
     commands.push_back(ConfigCommand(commands));
     return commands;

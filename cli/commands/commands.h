@@ -31,6 +31,7 @@ namespace lintara::cli {
 [[nodiscard]] CommandInfo SettingsGetCommand();
 [[nodiscard]] CommandInfo SettingsListCommand();
 [[nodiscard]] CommandInfo SettingsSetCommand();
+[[nodiscard]] CommandInfo SettingsResetCommand();
 [[nodiscard]] CommandInfo TemplateExpandCommand();
 [[nodiscard]] CommandInfo TemplateGenerateCommand();
 [[nodiscard]] CommandInfo UndoCommand();

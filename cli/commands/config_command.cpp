@@ -111,7 +111,10 @@ std::string Abbreviated(const std::string& text) {
 std::string ValueText(const Row& row) {
     std::string text;
     for (const std::string& value : ValuesOf(row)) {
-        text += (text.empty() ? "" : ", ") + Abbreviated(value);
+        if (!text.empty()) {
+            text += ", ";
+        }
+        text += Abbreviated(value);
     }
     return text.empty() ? "-" : text;
 }

@@ -41,6 +41,7 @@ constexpr std::string_view InsertFooter =
     "  outside-body       the place lies outside its body, or inside a continued statement\n"
     "  already-inserted   it has a block of that number\n"
     "  breaks-procedure   it would not end where it ends now\n"
+    "  label-exists       it has a label that the code brings\n"
     "  duplicate-procedure, name-clash   only the first of several of one name can be reached\n"
     "  --exact turns these checks off.\n" LINTARA_EDITING_STATUSES;
 
@@ -55,7 +56,8 @@ constexpr std::string_view RemoveFooter =
     "  range-mismatch     its beginning and end cannot be told for certain\n"
     "  empty-body         one procedure of the property has no lines to search in\n"
     "  marker-prefix      the markers of another number, which begins like this one, come first\n"
-    "  marker-mismatch    a marker is alone, out of order, or shares its line with code\n"
+    "  marker-mismatch    a marker is alone, out of order, or shares its line with code; or one of #If and\n"
+    "                     #End If would go\n"
     "  hidden-lines       attribute lines that the IDE hides would go with the block\n"
     "  jump-target        code outside the block jumps to a label or number inside\n"
     "  duplicate-procedure, name-clash   only the first of several of one name can be reached\n"

@@ -37,7 +37,8 @@ constexpr std::string_view RemoveFooter =
     "  label-mismatch     the handler has another label; --label names it\n"
     "  label-prefix       it jumps to a label that only begins like the handler's\n"
     "  empty-body         another procedure of the property has no lines, and would lose others' handlers\n"
-    "  marker-mismatch    the text of the marker stands where no handler begins\n"
+    "  marker-mismatch    the text of the marker stands where no handler begins, or one of #If and #End If\n"
+    "                     would go with the handler\n"
     "  hidden-lines       the IDE hides attribute lines in the handler\n"
     "  --exact turns these checks off.\n" LINTARA_EDITING_STATUSES;
 

@@ -1,7 +1,11 @@
 #include "cli/commands/settings_command.h"
 
+#include "base/constants.h"
 #include "base/settings_table.h"
 #include "base/utf8.h"
+#include "cli/guards/labels.h"
+#include "cli/options/handler_options.h"
+#include "cli/options/number_rules.h"
 #include "cli/options/option_values.h"
 #include "cli/output/json_text.h"
 #include "cli/output/messages.h"
@@ -134,28 +138,48 @@ ExitStatus Get(const SettingsRequest& request, const SettingInfo& setting, Setti
     return ExitStatus::Done;
 }
 
+// What an insertion would have against the value.
+std::optional<std::string> NumberObjection(const SettingInfo& setting, std::int32_t number) {
+    if (setting.key == constants::LineNumberBaseKey) {
+        return BaseProblem(number);
+    }
+    return setting.key == constants::LineNumberStepKey ? StepProblem(number) : std::nullopt;
+}
+
+std::optional<std::string> LabelObjection(const std::string& value) {
+    if (value.find_first_not_of(" \t") == std::string::npos) {
+        return "the label is empty";
+    }
+    if (value.find_first_of("\r\n") != std::string::npos) {
+        return "the label is more than one line";
+    }
+    const auto problem = LabelProblem(FromUtf8(value));
+    return problem ? std::optional("'" + value + "' is no label: " + *problem) : std::nullopt;
+}
+
 // Why the setting has no use for the value.
-std::optional<std::string> Objection(const SettingInfo& setting, const std::string& value) {
-    const std::string key = ToUtf8(setting.key);
+std::optional<std::string> Objection(const SettingInfo& setting, const std::string& value,
+                                     SettingsStore& store) {
     switch (setting.kind) {
         case SettingKind::CheckBox:
             if (value != "0" && value != "1") {
-                return key + ": '" + value + "' is neither 0 (off) nor 1 (on)";
+                return "'" + value + "' is neither 0 (off) nor 1 (on)";
             }
             return std::nullopt;
         case SettingKind::WholeNumber: {
-            const auto number = ParseWholeNumber(key, value);
-            return number ? std::nullopt : std::optional(number.error());
+            const auto number = ParseWholeNumber(ToUtf8(setting.key), value);
+            if (!number) {
+                return number.error().substr(setting.key.size() + 2);
+            }
+            return NumberObjection(setting, *number);
         }
         case SettingKind::Label:
-            if (value.find_first_not_of(" \t") == std::string::npos) {
-                return key + ": the label is empty";
-            }
-            if (value.find_first_of("\r\n") != std::string::npos) {
-                return key + ": the label is more than one line";
-            }
-            return std::nullopt;
+            return LabelObjection(value);
         case SettingKind::FreeText:
+            if (setting.key == constants::ErrorHandlerCodeKey) {
+                return TemplateProblem(FromUtf8(value),
+                                       ReadSetting(store, *FindSetting(constants::ErrorHandlerLabelKey)));
+            }
             return std::nullopt;
     }
     return std::nullopt;
@@ -177,10 +201,25 @@ ExitStatus Set(const SettingsRequest& request, const SettingInfo& setting, Setti
     if (!IsUtf8(request.value)) {
         return Complain(streams, ToUtf8(setting.key) + ": the value is not in UTF-8", ExitStatus::Usage);
     }
-    if (auto objection = Objection(setting, request.value)) {
-        return Complain(streams, *std::move(objection), ExitStatus::Usage);
+    if (const auto objection = Objection(setting, request.value, store)) {
+        return Complain(streams, ToUtf8(setting.key) + ": " + *objection, ExitStatus::Usage);
     }
     if (const Result<void> saved = store.Save(setting.name(), FromUtf8(request.value)); !saved) {
+        return ComplainOf(streams, setting, saved.error());
+    }
+    return ExitStatus::Done;
+}
+
+// What was never stored stays so; else the default is stored.
+ExitStatus Reset(const SettingInfo& setting, SettingsStore& store, Streams& streams) {
+    const Result<HeldValue> value = HeldBy(store, setting);
+    if (!value) {
+        return ComplainOf(streams, setting, value.error());
+    }
+    if (value->isDefault) {
+        return ExitStatus::Done;
+    }
+    if (const Result<void> saved = store.Save(setting.name(), setting.absent); !saved) {
         return ComplainOf(streams, setting, saved.error());
     }
     return ExitStatus::Done;
@@ -196,8 +235,16 @@ ExitStatus RunSettingsCommand(const SettingsRequest& request, SettingsStore& sto
     if (setting == nullptr) {
         return ExitStatus::Usage;
     }
-    return request.action == SettingsRequest::Action::Get ? Get(request, *setting, store, streams)
-                                                          : Set(request, *setting, store, streams);
+    switch (request.action) {
+        case SettingsRequest::Action::List:
+        case SettingsRequest::Action::Get:
+            return Get(request, *setting, store, streams);
+        case SettingsRequest::Action::Set:
+            return Set(request, *setting, store, streams);
+        case SettingsRequest::Action::Reset:
+            return Reset(*setting, store, streams);
+    }
+    return ExitStatus::Failed;
 }
 
 }  // namespace lintara::cli

@@ -1,4 +1,4 @@
-// lintara settings list, get and set: their command lines; settings_command.h does the work.
+// lintara settings list, get, set and reset: their command lines; settings_command.h does the work.
 #include "base/settings_table.h"
 #include "base/utf8.h"
 #include "cli/commands/commands.h"
@@ -42,6 +42,15 @@ constexpr std::string_view SetFooter =
     "\nExit status:\n"
     "  0  done\n"
     "  2  wrong usage, an unknown setting, or a value that it cannot have\n"
+    "  3  the settings could not be read or written\n";
+
+constexpr std::string_view ResetFooter =
+    "\nExample:\n"
+    "  lintara settings reset EHCode\n"
+    "      Back to the template of error handlers that lintara comes with.\n"
+    "\nExit status:\n"
+    "  0  done, or the setting had its default\n"
+    "  2  wrong usage, or an unknown setting\n"
     "  3  the settings could not be read or written\n";
 
 std::span<const std::string_view> Keys() {
@@ -91,6 +100,10 @@ ExitStatus RunSet(const OptionReader& given, Environment& environment) {
     return RunOnStore(request, environment);
 }
 
+ExitStatus RunReset(const OptionReader& given, Environment& environment) {
+    return RunOnStore({.action = SettingsRequest::Action::Reset, .key = given.Argument(0)}, environment);
+}
+
 }  // namespace
 
 CommandInfo SettingsListCommand() {
@@ -121,6 +134,15 @@ CommandInfo SettingsSetCommand() {
                            .mayBeEmpty = true}},
             .options = {},
             .run = RunSet};
+}
+
+CommandInfo SettingsResetCommand() {
+    return {.name = "settings reset",
+            .description = "Give a setting its default again",
+            .footer = ResetFooter,
+            .arguments = {KeyArgument()},
+            .options = {},
+            .run = RunReset};
 }
 
 }  // namespace lintara::cli

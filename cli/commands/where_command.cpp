@@ -1,20 +1,11 @@
 // lintara where: the line of the sources that had a number in a build.
 #include "cli/commands/commands.h"
-#include "cli/edits/insertion.h"
-#include "cli/edits/refusal.h"
-#include "cli/numbers/number_lookup.h"
+#include "cli/numbers/where_run.h"
 #include "cli/options/option_values.h"
 #include "cli/options/shared_options.h"
-#include "cli/output/json_text.h"
-#include "cli/output/messages.h"
-#include "cli/output/terminal_text.h"
-#include "cli/project/open_project.h"
-#include "cli/scope/scope.h"
-#include "workspace/read_file.h"
-#include "workspace/syntax.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace lintara::cli {
 namespace {
@@ -83,168 +74,21 @@ void RequireMapAlone(const OptionReader& given) {
     }
 }
 
-class WhereRun {
-  public:
-    WhereRun(const OptionReader& given, Environment& environment)
-        : given_(given),
-          environment_(environment),
-          messages_(environment.streams, false),
-          query_(ReadQuery(given)) {
-        if (given.Has("map")) {
-            RequireMapAlone(given);
-        } else {
-            build_ = ReadBuild(given, environment);
-        }
-    }
-
-    ExitStatus Run() {
-        Streams& streams = environment_.streams;
-        Progress progress(streams, true);
-        const auto opened = OpenOrComplain(workspace_, ReadReading(given_), streams.in, progress, messages_);
-        if (!opened) {
-            return opened.error();
-        }
-        if (const auto failed = given_.Has("map") ? ReadMap() : BuildAgain()) {
-            return *failed;
-        }
-        const auto found = FindNumber(tables_, query_);
-        if (!found) {
-            return Complain(ExitStatus::Usage, found.error());
-        }
-        Answer(*found);
-        return found->empty() ? ExitStatus::NotFound : ExitStatus::Done;
-    }
-
-  private:
-    ExitStatus Complain(ExitStatus status, const std::string& what, std::filesystem::path path = {}) {
-        messages_.Error({std::move(path), 0, what});
-        return status;
-    }
-
-    std::optional<ExitStatus> ReadMap() {
-        const std::filesystem::path path = *given_.TextOf("map");
-        const auto content = workspace::ReadFile(path);
-        if (!content) {
-            return Complain(ExitStatus::Failed, content.error(), path);
-        }
-        auto map = ParseNumberMap(content->bytes);
-        if (!map) {
-            return Complain(ExitStatus::Failed, map.error(), path);
-        }
-        tables_ = TablesOf(*std::move(map), workspace_);
-        return std::nullopt;
-    }
-
-    // Does what the build did, in memory.
-    std::optional<ExitStatus> BuildAgain() {
-        if (!build_) {
-            tables_ = TablesOf(workspace_);
-            return std::nullopt;
-        }
-        ScopeOptions everything;
-        everything.excluded = given_.TextsOf("exclude");
-        const auto scope = ResolveScope(workspace_, everything);
-        if (!scope) {
-            return Complain(ExitStatus::Usage, scope.error());
-        }
-        try {
-            const auto editor =
-                MakeInsertionEditor(*build_, workspace_, MakeGlobals(workspace_, environment_), environment_);
-            for (const ScopedComponent& component : *scope) {
-                if (NamesComponent(query_.component, component.project->name(), component.component->name)) {
-                    reports_.push_back(editor->Edit(component));
-                }
-            }
-        } catch (const Refusal& refusal) {
-            return Complain(ExitStatus::Usage, refusal.what());
-        }
-        tables_ = TablesOf(workspace_);
-        return std::nullopt;
-    }
-
-    void Answer(const std::vector<FoundNumber>& found) {
-        if (given_.Flag("json")) {
-            environment_.streams.out.Write(AsJson(found));
-        } else {
-            environment_.streams.out.Write(AsTable(found));
-        }
-        for (const FoundNumber& number : found) {
-            if (number.changed) {
-                messages_.Warning({number.table->file, number.place.fileLine, ChangedMessage(number)},
-                                  "changed");
-            }
-        }
-        if (found.empty()) {
-            messages_.Error({{}, 0, NotFoundMessage(tables_, query_)});
-            TellSkipped();
-        }
-    }
-
-    // Procedures that have no numbers because the insertion skips them.
-    void TellSkipped() {
-        for (ComponentReport& report : reports_) {
-            std::erase_if(report.skipped, [&](const SkippedProcedure& skipped) {
-                return query_.procedure.empty() ||
-                       !workspace::SameName(workspace::FromUtf8(query_.procedure), skipped.name);
-            });
-            report.remarks.clear();
-            messages_.WarnOf(report);
-        }
-    }
-
-    [[nodiscard]] static std::string ChangedMessage(const FoundNumber& number) {
-        return number.procedure->kind + " " + Printable(number.procedure->name) + " in " +
-               Printable(number.table->component) +
-               (number.table->now == nullptr ? " is no longer in the project"
-                                             : " changed since the map was made") +
-               "; the line is that of the sources which were built";
-    }
-
-    [[nodiscard]] static std::string AsTable(const std::vector<FoundNumber>& found) {
-        std::string out;
-        for (const FoundNumber& number : found) {
-            out += PrintablePath(number.table->file) + ":" + std::to_string(number.place.fileLine) + ": " +
-                   Printable(number.table->component) + "." + Printable(number.procedure->name);
-            if (number.text) {
-                const TextView text = *number.text;
-                out += ": " + Printable(text.substr(workspace::SkipBlanks(text)));
-            }
-            out += number.inserted ? " (of a line that was inserted there)\n" : "\n";
-        }
-        return out;
-    }
-
-    [[nodiscard]] std::string AsJson(const std::vector<FoundNumber>& found) const {
-        Json places = Json::array();
-        for (const FoundNumber& number : found) {
-            places.push_back({{"project", JsonText(number.table->project)},
-                              {"component", JsonText(number.table->component)},
-                              {"procedure", JsonText(number.procedure->name)},
-                              {"kind", number.procedure->kind},
-                              {"file", JsonPath(number.table->file)},
-                              {"line", number.place.line.value()},
-                              {"fileLine", number.place.fileLine},
-                              {"text", number.text ? Json(JsonText(*number.text)) : Json()},
-                              {"inserted", number.inserted},
-                              {"changed", number.changed}});
-        }
-        return Dump({{"erl", query_.number},
-                     {"from", given_.Has("map") ? "map" : "sources"},
-                     {"found", std::move(places)}});
-    }
-
-    const OptionReader& given_;
-    Environment& environment_;
-    Messages messages_;
-    NumberQuery query_;
-    std::optional<InsertionOptions> build_;
-    workspace::Workspace workspace_;
-    std::vector<ComponentReport> reports_;
-    std::vector<NumberTable> tables_;
-};
-
 ExitStatus Run(const OptionReader& given, Environment& environment) {
-    return WhereRun(given, environment).Run();
+    WhereOptions options{.query = ReadQuery(given),
+                         .read = ReadReading(given),
+                         .map = given.TextOf("map"),
+                         .build = {},
+                         .everything = {},
+                         .json = given.Flag("json")};
+    if (options.map) {
+        RequireMapAlone(given);
+    } else {
+        options.build = ReadBuild(given, environment);
+    }
+    options.everything.excluded = given.TextsOf("exclude");
+    options.everything.mustExclude = given.IsOnCommandLine("exclude");
+    return RunWhere(options, environment);
 }
 
 std::vector<OptionInfo> QuestionOptions() {

@@ -1,5 +1,6 @@
 #include "cli/edits/component_replace.h"
 
+#include "cli/edits/reachable.h"
 #include "cli/edits/refusal.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/output/terminal_text.h"
@@ -23,13 +24,17 @@ std::vector<Text> LinesOf(const workspace::Module& module) {
     return lines;
 }
 
-bool IsReachable(const workspace::Workspace& workspace, const ScopedComponent& scope) {
-    return workspace.Find(scope.project->name()) == scope.project &&
-           scope.project->Find(scope.component->name) == scope.component;
-}
-
 std::string Describe(const workspace::ProcedureInfo& procedure) {
     return std::string(KindWord(procedure)) + " " + Printable(procedure.name);
+}
+
+// In a file, the IDE would not show such a line, and would read it as something else than code.
+void RequireShownLines(const std::vector<Text>& before, const std::vector<Text>& after) {
+    const auto attribute = std::ranges::find_if(after, IsAttributeLine);
+    if (std::ranges::count_if(after, IsAttributeLine) > std::ranges::count_if(before, IsAttributeLine)) {
+        throw Refusal("--replace: line " + std::to_string(attribute - after.begin() + 1) +
+                      " would be an attribute then, which the IDE would hide");
+    }
 }
 
 std::string CountOf(std::int32_t lines) {
@@ -105,6 +110,7 @@ void ComponentReplace::ReplaceCarefully(const ScopedComponent& scope, ComponentR
     const std::vector<Match> matches = FindMatches(module);
     const std::vector<Text> before = LinesOf(module);
     const std::vector<Text> expected = Replaced(module, matches);
+    RequireShownLines(before, expected);
     const std::vector<workspace::ProcedureInfo> procedures = module.Procedures();
     // Replacements of several lines push the last lines down, and the end of the search with them.
     const Line last = LastLine(module);

@@ -2,8 +2,10 @@
 
 #include "base/numbers.h"
 #include "base/statement.h"
+#include "cli/edits/handler_block.h"
 #include "cli/edits/refusal.h"
 #include "cli/guards/inserted_code.h"
+#include "cli/guards/labels.h"
 #include "cli/output/terminal_text.h"
 #include "workspace/component_file.h"
 #include "workspace/encoding.h"
@@ -35,7 +37,8 @@ CustomCodeInsertion::CustomCodeInsertion(CustomCodeOptions block)
     : block_(std::move(block)),
       number_(MarkerNumber(block_.id)),
       hasPlaceholders_(block_.code.contains(u'{')),
-      lines_(SplitLines(block_.code)) {}
+      lines_(SplitLines(block_.code)),
+      labels_(LabelsIn(lines_)) {}
 
 std::expected<bool, Skip> CustomCodeInsertion::Apply(const EditTarget& target, const ProcedureGroup& group,
                                                      ComponentReport& report) {
@@ -43,6 +46,7 @@ std::expected<bool, Skip> CustomCodeInsertion::Apply(const EditTarget& target, c
         return std::unexpected(*std::move(skip));
     }
     std::vector<Remark> remarks = Remarks(target);
+    std::optional<Remark> onHandler = RemarkOnHandler(target);
     const std::size_t procedures = target.module.CountOfProcedures();
     const std::int32_t lines = target.module.CountOfLines();
     Insert(target, group);
@@ -50,6 +54,9 @@ std::expected<bool, Skip> CustomCodeInsertion::Apply(const EditTarget& target, c
         return std::unexpected(Withdraw(target, group, lines));
     }
     std::ranges::move(remarks, std::back_inserter(report.remarks));
+    if (onHandler) {
+        AddToHandlers(*std::move(onHandler), report);
+    }
     return true;
 }
 
@@ -97,7 +104,11 @@ std::optional<Skip> CustomCodeInsertion::Check(const EditTarget& target, const P
             return skip;
         }
     }
-    return CheckExpansion(target, group);
+    auto skip = CheckExpansion(target, group);
+    for (auto part = parts_.begin(); !skip && part != parts_.end(); ++part) {
+        skip = CheckLabels(target, *part);
+    }
+    return skip;
 }
 
 std::optional<Skip> CustomCodeInsertion::CheckMarkers(const EditTarget& target, const Part& part) const {
@@ -136,9 +147,21 @@ std::optional<Skip> CustomCodeInsertion::CheckExpansion(const EditTarget& target
     }
     const Text code = target.lintara.ParsePseudoCodeEx(block_.code, target.component.name, group.name);
     lines_ = SplitLines(code);
+    labels_ = LabelsIn(lines_);
     if (const auto objection = ObjectionToCode(code)) {
         return Skip{SkipReason::BreaksProcedure, group.reached.front().header,
                     "of the code as it would be inserted here, " + *objection};
+    }
+    return std::nullopt;
+}
+
+std::optional<Skip> CustomCodeInsertion::CheckLabels(const EditTarget& target, const Part& part) const {
+    for (const Text& label : labels_) {
+        if (const auto found = FindLabel(text_.body(part), label)) {
+            const Line line = part.body.begin + static_cast<std::int32_t>(*found);
+            return Skip{SkipReason::LabelExists, line,
+                        target.Place(line) + " has the label " + Printable(label) + " already"};
+        }
     }
     return std::nullopt;
 }
@@ -219,6 +242,35 @@ std::vector<Remark> CustomCodeInsertion::Remarks(const EditTarget& target) const
         }
     }
     return remarks;
+}
+
+std::optional<Remark> CustomCodeInsertion::RemarkOnHandler(const EditTarget& target) const {
+    for (const Part& part : parts_) {
+        const auto handler = FindHandlerBlock(text_.body(part));
+        if (!handler) {
+            continue;
+        }
+        const Line marker = part.body.begin + static_cast<std::int32_t>(handler->begin);
+        if (PlaceIn(part) > marker) {
+            return Remark{"inside-handler", target.Input(marker),
+                          "the code stands inside the error handler that begins at " + target.Place(marker) +
+                              ": it runs only after an error, and goes when the handler goes"};
+        }
+    }
+    return std::nullopt;
+}
+
+// One remark tells of all procedures of a component.
+void CustomCodeInsertion::AddToHandlers(Remark remark, ComponentReport& report) {
+    const auto earlier = std::ranges::find(report.remarks, remark.code, &Remark::code);
+    if (earlier == report.remarks.end()) {
+        handlers_ = 1;
+        handlerMessage_ = remark.message;
+        report.remarks.push_back(std::move(remark));
+        return;
+    }
+    earlier->message =
+        handlerMessage_ + " (the same in " + std::to_string(handlers_++) + " more below it in the component)";
 }
 
 // Removal of one of two such blocks depends on which comes first.

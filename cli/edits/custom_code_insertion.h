@@ -44,6 +44,7 @@ class CustomCodeInsertion : public ProcedureEdit {
     [[nodiscard]] std::optional<Skip> CheckMarkers(const EditTarget& target, const Part& part) const;
     [[nodiscard]] std::optional<Skip> CheckPlace(const EditTarget& target, const Part& part) const;
     [[nodiscard]] std::optional<Skip> CheckExpansion(const EditTarget& target, const ProcedureGroup& group);
+    [[nodiscard]] std::optional<Skip> CheckLabels(const EditTarget& target, const Part& part) const;
     // The line that the block pushes down; it may lie outside the procedure.
     [[nodiscard]] Line PlaceIn(const Part& part) const;
     [[nodiscard]] std::int32_t BlockSize() const;
@@ -58,13 +59,18 @@ class CustomCodeInsertion : public ProcedureEdit {
     // What is worth to know once the blocks are in.
     [[nodiscard]] std::vector<Remark> Remarks(const EditTarget& target) const;
     [[nodiscard]] std::optional<Remark> RemarkOnOtherBlock(const EditTarget& target, const Part& part) const;
+    [[nodiscard]] std::optional<Remark> RemarkOnHandler(const EditTarget& target) const;
+    void AddToHandlers(Remark remark, ComponentReport& report);
 
     CustomCodeOptions block_;
-    Text number_;              // as the markers write it
-    bool hasPlaceholders_;     // it must be looked at anew for each procedure
-    std::vector<Text> lines_;  // of the code, expanded for the group at hand
-    ProcedureText text_;       // as the insertion finds it
-    std::vector<Part> parts_;  // of `text_`, from the top of the module to its end
+    Text number_;               // as the markers write it
+    bool hasPlaceholders_;      // it must be looked at anew for each procedure
+    std::vector<Text> lines_;   // of the code, expanded for the group at hand
+    std::vector<Text> labels_;  // of those lines
+    ProcedureText text_;        // as the insertion finds it
+    std::vector<Part> parts_;   // of `text_`, from the top of the module to its end
+    std::size_t handlers_ = 0;  // of the component, that got a block inside
+    std::string handlerMessage_;
 };
 
 }  // namespace lintara::cli

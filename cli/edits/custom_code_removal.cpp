@@ -3,6 +3,7 @@
 #include "cli/edits/custom_code_insertion.h"
 #include "cli/edits/refusal.h"
 #include "cli/guards/block_jumps.h"
+#include "cli/guards/hidden_lines.h"
 #include "cli/output/terminal_text.h"
 #include "workspace/encoding.h"
 #include "workspace/syntax.h"
@@ -100,7 +101,8 @@ std::optional<Skip> CustomCodeRemoval::Check(const EditTarget& target) {
         if (block.lines.count() == 0) {
             continue;
         }
-        for (auto check : {&CustomCodeRemoval::CheckNesting, &CustomCodeRemoval::CheckJumps}) {
+        for (auto check : {&CustomCodeRemoval::CheckNesting, &CustomCodeRemoval::CheckDirectives,
+                           &CustomCodeRemoval::CheckJumps}) {
             if (auto skip = (this->*check)(target, block)) {
                 return skip;
             }
@@ -200,13 +202,19 @@ std::optional<Skip> CustomCodeRemoval::CheckNesting(const EditTarget& target, co
                     "the block holds the " + std::string(KindOf(*odd)) + " marker at " + target.Place(line) +
                         " alone, without the other one of block " + workspace::ToUtf8(odd->id)};
     }
-    const workspace::Module& module = target.module;
-    if (module.FileLine(block.lines.end) - module.FileLine(block.lines.begin) != block.lines.count()) {
+    if (HoldsHiddenLines(target.module, block.lines)) {
         return Skip{SkipReason::HiddenLines, block.lines.begin,
                     "the block at " + target.Place(block.lines.begin) +
                         " holds attribute lines that the IDE hides, which would go with it"};
     }
     return std::nullopt;
+}
+
+std::optional<Skip> CustomCodeRemoval::CheckDirectives(const EditTarget& target, const Block& block) const {
+    const auto lines = text_.lines(block.part)
+                           .subspan(static_cast<std::size_t>(block.lines.begin - block.part.lines.begin),
+                                    static_cast<std::size_t>(block.lines.count()));
+    return CheckDirectivesThatGo(target, lines, block.lines.begin, "the block");
 }
 
 std::optional<Skip> CustomCodeRemoval::CheckJumps(const EditTarget& target, const Block& block) const {

@@ -43,6 +43,7 @@ class CustomCodeRemoval : public ProcedureEdit {
     [[nodiscard]] std::optional<Skip> Delimit(const EditTarget& target, Block& block) const;
     [[nodiscard]] std::optional<Skip> CheckMarkerLines(const EditTarget& target, const Block& block) const;
     [[nodiscard]] std::optional<Skip> CheckNesting(const EditTarget& target, const Block& block) const;
+    [[nodiscard]] std::optional<Skip> CheckDirectives(const EditTarget& target, const Block& block) const;
     [[nodiscard]] std::optional<Skip> CheckJumps(const EditTarget& target, const Block& block) const;
 
     [[nodiscard]] bool IsAsForeseen(const EditTarget& target, const ProcedureGroup& group,

@@ -1,6 +1,7 @@
 #include "cli/edits/edit_run.h"
 
 #include "cli/edits/refusal.h"
+#include "cli/numbers/number_map.h"
 #include "cli/output/line_changes.h"
 #include "cli/output/messages.h"
 #include "cli/output/summary.h"
@@ -9,6 +10,7 @@
 #include "cli/project/open_project.h"
 #include "cli/project/project_lock.h"
 #include "cli/project/undo_store.h"
+#include "cli/scope/exclusions.h"
 #include "workspace/parallel.h"
 #include "workspace/save.h"
 #include "workspace/unencodable.h"
@@ -49,12 +51,19 @@ class EditRun {
 
   private:
     ExitStatus Work() {
+        if (const auto failed = RemoveOldMap()) {
+            return *failed;
+        }
         if (const auto failed = Open()) {
             return *failed;
         }
         const auto scope = ResolveScope(workspace_, options_.scope);
         if (!scope) {
             return Fail(ExitStatus::Usage, {{{}, 0, scope.error()}});
+        }
+        for (const std::string& warning : UnmatchedExclusions(workspace_, options_.scope)) {
+            report_.warnings.push_back({{}, 0, warning});
+            messages_.Warning(report_.warnings.back());
         }
         try {
             Edit(*scope);
@@ -83,6 +92,18 @@ class EditRun {
         // What was edited in memory only is no result.
         report_.components.clear();
         return status;
+    }
+
+    // A copy that is made anew, or that fails, has no map of an earlier one beside it.
+    std::optional<ExitStatus> RemoveOldMap() {
+        const auto& output = options_.edit.output;
+        if (!output) {
+            return std::nullopt;
+        }
+        if (auto removed = RemoveNumberMap(*output); !removed) {
+            return Fail(ExitStatus::Failed, {{*output / numberMapName, 0, removed.error()}});
+        }
+        return std::nullopt;
     }
 
     std::optional<ExitStatus> Open() {

@@ -1,15 +1,50 @@
 #include "cli/edits/edit_target.h"
 
+#include "cli/guards/body_guard.h"
+#include "cli/guards/directives.h"
 #include "cli/guards/range_guard.h"
+#include "workspace/syntax.h"
 
 namespace lintara::cli {
 
 std::optional<Skip> CheckRanges(const EditTarget& target, const ProcedureGroup& group) {
     auto mismatch = CompareRanges(target.RangesOf(group), group, target.module);
+    for (const workspace::ProcedureInfo& procedure : group.reached) {
+        if (!mismatch) {
+            mismatch = FindForeignLine(procedure.body(), target.module);
+        }
+    }
     if (!mismatch) {
         return std::nullopt;
     }
     return Skip{SkipReason::RangeMismatch, mismatch->line, std::move(mismatch->message)};
+}
+
+std::optional<Skip> CheckBodyEnd(const EditTarget& target, const ProcedureText& text,
+                                 const ProcedureText::Part& part, std::string_view harm) {
+    const auto body = text.body(part);
+    if (body.empty()) {
+        return Skip{SkipReason::EmptyBody, part.lines.begin,
+                    "its body at " + target.Place(part.lines.begin) + " has no lines; " + std::string(harm)};
+    }
+    if (workspace::Continues(body.back())) {
+        return Skip{SkipReason::RangeMismatch, part.body.end - 1,
+                    target.Place(part.body.end - 1) + " is a part of the statement that closes it"};
+    }
+    return std::nullopt;
+}
+
+std::optional<Skip> CheckDirectivesThatGo(const EditTarget& target, std::span<const Text> lines, Line first,
+                                          std::string_view what) {
+    const auto unbalanced = FindUnbalancedDirective(lines);
+    if (!unbalanced) {
+        return std::nullopt;
+    }
+    const Line line = first + static_cast<std::int32_t>(unbalanced->line);
+    return Skip{SkipReason::MarkerMismatch, line,
+                "the " + std::string(NameOf(unbalanced->directive)) + " at " + target.Place(line) +
+                    " would go with " + std::string(what) + ", but its " +
+                    (unbalanced->directive == Directive::If ? "#End If" : "#If") + " would stay"};
 }
 
 }  // namespace lintara::cli

@@ -4,12 +4,15 @@
 #include "assistant/lintara.h"
 #include "cli/output/report.h"
 #include "cli/project/input_line.h"
+#include "cli/project/procedure_text.h"
 #include "cli/scope/procedure_groups.h"
 #include "transform/procedure_ranges.h"
 #include "workspace/workspace.h"
 
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace lintara::cli {
 
@@ -36,7 +39,18 @@ struct Skip {
     std::string message;
 };
 
-// The guard that all edits share: the library must edit exactly what the workspace holds for the procedures.
+// The guard that all edits share: the library must edit exactly what the workspace holds for the procedures,
+// and what it edits must be one procedure, whatever is compiled.
 [[nodiscard]] std::optional<Skip> CheckRanges(const EditTarget& target, const ProcedureGroup& group);
+
+// The guard of edits that search a body to its end: it must have lines, and its last one must not continue
+// into the closing line. `harm` says what would happen in a body without lines.
+[[nodiscard]] std::optional<Skip> CheckBodyEnd(const EditTarget& target, const ProcedureText& text,
+                                               const ProcedureText::Part& part, std::string_view harm);
+
+// The guard of edits that take lines out: no directive may go whose counterpart stays. `lines` begin at
+// `first`; `what` is what they are: "the handler".
+[[nodiscard]] std::optional<Skip> CheckDirectivesThatGo(const EditTarget& target, std::span<const Text> lines,
+                                                        Line first, std::string_view what);
 
 }  // namespace lintara::cli

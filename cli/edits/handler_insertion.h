@@ -4,16 +4,15 @@
 
 #include "cli/edits/handler_block.h"
 #include "cli/edits/handler_removal.h"
+#include "cli/edits/handler_replacement.h"
+#include "cli/edits/handler_writer.h"
 #include "cli/edits/label_settings.h"
-#include "cli/edits/number_removal.h"
 #include "cli/edits/procedure_edit.h"
 #include "cli/project/procedure_text.h"
 
 #include <expected>
 #include <memory>
 #include <optional>
-#include <span>
-#include <vector>
 
 namespace lintara::cli {
 
@@ -27,7 +26,18 @@ class HandlerInsertion : public ProcedureEdit {
   public:
     // `settings` are those that the library reads the label of removals from.
     HandlerInsertion(WantedHandler wanted, HandlerRefresh refresh, std::shared_ptr<LabelSettings> settings)
-        : wanted_(std::move(wanted)), refresh_(refresh), settings_(settings), removal_(wanted_, settings) {}
+        : wanted_(std::move(wanted)),
+          refresh_(refresh),
+          settings_(settings),
+          removal_(wanted_, settings),
+          writer_(wanted_),
+          replacement_(wanted_, refresh.numbersToo, writer_, removal_) {}
+
+    HandlerInsertion(const HandlerInsertion&) = delete;  // its parts refer to each other
+    HandlerInsertion& operator=(const HandlerInsertion&) = delete;
+    HandlerInsertion(HandlerInsertion&&) = delete;
+    HandlerInsertion& operator=(HandlerInsertion&&) = delete;
+    ~HandlerInsertion() override = default;
 
     // A property gets a handler into each of its procedures that has none.
     [[nodiscard]] std::expected<bool, Skip> Apply(const EditTarget& target, const ProcedureGroup& group,
@@ -40,49 +50,21 @@ class HandlerInsertion : public ProcedureEdit {
     }
 
   private:
-    using Part = ProcedureText::Part;
-    using Blocks = HandlerRemoval::Blocks;
-
     [[nodiscard]] bool IsOutOfDate() const;
-    // What speaks against handlers in the parts that get one, whose other lines are `bodies`.
-    [[nodiscard]] std::optional<Skip> Check(const EditTarget& target, const ProcedureGroup& group) const;
     [[nodiscard]] std::optional<Skip> CheckBodies(const EditTarget& target) const;
-    [[nodiscard]] std::optional<Skip> CheckBlock(const ProcedureGroup& group) const;
-    [[nodiscard]] std::optional<Skip> CheckLabels(const EditTarget& target, const Part& part,
-                                                  std::span<const Text> body) const;
-    [[nodiscard]] std::vector<Remark> Remarks(const EditTarget& target) const;
-
-    [[nodiscard]] std::expected<bool, Skip> Insert(const EditTarget& target, const ProcedureGroup& group,
-                                                   ComponentReport& report);
-    [[nodiscard]] std::expected<bool, Skip> Replace(const EditTarget& target, const ProcedureGroup& group,
-                                                    ComponentReport& report);
-    [[nodiscard]] std::optional<Skip> TakeNumbersOut(const EditTarget& target, const ProcedureGroup& group);
-    [[nodiscard]] std::expected<Text, Skip> LabelOfBlocks(const EditTarget& target) const;
-
-    [[nodiscard]] std::int32_t FirstLines(const Part& part, const workspace::ProcedureInfo& now) const;
-    // Whether the module holds the blocks where they belong and is the same around them.
-    [[nodiscard]] bool IsAsForeseen(const EditTarget& target, const ProcedureGroup& now,
-                                    std::size_t proceduresBefore) const;
-    void Settle(const EditTarget& target, const ProcedureGroup& now, ComponentReport& report) const;
-    void RemarkLongLines(const EditTarget& target, const workspace::ProcedureInfo& procedure,
-                         ComponentReport& report) const;
-    // Throws Refusal when that is not possible.
-    void Withdraw(const EditTarget& target, const ProcedureGroup& group) const;
+    // What speaks against handlers in the procedures that have none.
+    [[nodiscard]] std::optional<Skip> CheckOthers(const EditTarget& target,
+                                                  const ProcedureGroup& group) const;
 
     WantedHandler wanted_;
     HandlerRefresh refresh_;
     std::shared_ptr<LabelSettings> settings_;
     HandlerRemoval removal_;
-    NumberRemoval numberRemoval_;
+    HandlerWriter writer_;
+    HandlerReplacement replacement_;
 
-    ProcedureText text_;          // as the insertion finds it
-    Blocks blocks_;               // those that stand there already and stay
-    std::vector<Text> block_;     // the wanted one
-    std::vector<Line> closings_;  // of each part, as the input had them
-    std::int32_t linesBefore_ = 0;
-    ProcedureText numbered_;  // ahead of the removal of its numbers
-    bool numbersOut_ = false;
-    bool replacing_ = false;
+    ProcedureText text_;             // as the insertion finds it
+    HandlerRemoval::Blocks blocks_;  // those that stand there already
 };
 
 }  // namespace lintara::cli

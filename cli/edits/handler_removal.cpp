@@ -5,6 +5,7 @@
 #include "cli/edits/refusal.h"
 #include "cli/guards/block_jumps.h"
 #include "cli/guards/code_text.h"
+#include "cli/guards/hidden_lines.h"
 #include "cli/guards/range_guard.h"
 #include "cli/guards/redirected_lines.h"
 #include "cli/output/terminal_text.h"
@@ -12,13 +13,14 @@
 #include "workspace/syntax.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace lintara::cli {
 namespace {
 
 using Part = ProcedureText::Part;
 using Blocks = HandlerRemoval::Blocks;
+
+constexpr std::size_t LabelLine = 2;
 
 Line At(const Part& part, std::size_t index) {
     return part.body.begin + static_cast<std::int32_t>(index);
@@ -35,20 +37,6 @@ bool IsHandled(const std::optional<HandlerBlock>& block) {
     return block.has_value();
 }
 
-std::optional<Skip> CheckBody(const EditTarget& target, const ProcedureText& text, const Part& part) {
-    const auto body = text.body(part);
-    if (body.empty()) {
-        return Skip{SkipReason::EmptyBody, part.lines.begin,
-                    "its body at " + target.Place(part.lines.begin) +
-                        " has no lines; handlers of later procedures could go in its place"};
-    }
-    if (workspace::Continues(body.back())) {
-        return Skip{SkipReason::RangeMismatch, part.body.end - 1,
-                    target.Place(part.body.end - 1) + " is a part of the statement that closes it"};
-    }
-    return std::nullopt;
-}
-
 std::optional<Skip> CheckMarker(const EditTarget& target, const Part& part, const HandlerBlock& block) {
     const Line marker = At(part, block.begin);
     if (!block.alone) {
@@ -56,10 +44,7 @@ std::optional<Skip> CheckMarker(const EditTarget& target, const Part& part, cons
             SkipReason::MarkerMismatch, marker,
             target.Place(marker) + " holds more than the marker of a handler, which would go with it"};
     }
-    const workspace::Module& module = target.module;
-    const Line first = module.OriginOf(marker);
-    const Line end = module.OriginOf(part.body.end);
-    if (module.OriginalFileLine(end) - module.OriginalFileLine(first) != end - first) {
+    if (HoldsHiddenLines(target.module, {marker, part.body.end})) {
         return Skip{SkipReason::HiddenLines, marker,
                     "the handler at " + target.Place(marker) +
                         " holds attribute lines that the IDE hides, which would go with it"};
@@ -95,7 +80,6 @@ std::optional<Skip> CheckJumps(const EditTarget& target, const ProcedureText& te
     for (RedirectedLine& line : RedirectLines(kept, label, constants::NoErrorHandler)) {
         after[above + line.index] = std::move(line.text);
     }
-    constexpr std::size_t LabelLine = 2;
     if (workspace::SameName(block.label, returning) && begin + LabelLine < lines.size()) {
         after[begin + LabelLine].clear();
     }
@@ -109,10 +93,30 @@ std::optional<Skip> CheckJumps(const EditTarget& target, const ProcedureText& te
         target.Place(line) + " jumps to " + Printable(jump->target) + " in the handler, which would go"};
 }
 
+// Where the block is first not what is wanted.
+std::optional<Line> ChangeIn(const ProcedureText& text, std::size_t index, const HandlerBlock& block,
+                             std::span<const Text> wanted) {
+    const Part& part = text.parts()[index];
+    const auto change = FindHandlerChange(text.body(part).subspan(block.begin), wanted);
+    if (!change) {
+        return std::nullopt;
+    }
+    return At(part, std::min(block.begin + *change, text.body(part).size() - 1));
+}
+
+Remark TypedRemark(const EditTarget& target, const ProcedureGroup& group, Line line) {
+    return {"handler-edited", target.Input(line),
+            "the error handler of " + std::string(KindWord(group)) + " " + Printable(group.name) +
+                " was not what the label and the template give; what stood at " + target.Place(line) +
+                " went with it"};
+}
+
 // The parts by their places in the module.
 std::vector<std::size_t> FromTheTop(const ProcedureText& text) {
-    std::vector<std::size_t> order(text.parts().size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < text.parts().size(); ++i) {
+        order.push_back(i);
+    }
     std::ranges::sort(order, {}, [&](std::size_t i) { return text.parts()[i].lines.begin; });
     return order;
 }
@@ -170,9 +174,13 @@ std::optional<Skip> HandlerRemoval::Check(const EditTarget& target, const Proced
                                           const Blocks& blocks, TextView label, TextView returning) {
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         const Part& part = text.parts()[i];
-        auto skip = CheckBody(target, text, part);
+        auto skip = CheckBodyEnd(target, text, part, "handlers of later procedures could go in its place");
         if (!skip && blocks[i]) {
             skip = CheckMarker(target, part, *blocks[i]);
+        }
+        if (!skip && blocks[i]) {
+            skip = CheckDirectivesThatGo(target, text.body(part).subspan(blocks[i]->begin),
+                                         At(part, blocks[i]->begin), "the handler");
         }
         if (!skip && blocks[i]) {
             skip = CheckLabel(target, text, part, *blocks[i], label);
@@ -243,23 +251,45 @@ void HandlerRemoval::PutBack(const EditTarget& target, const ProcedureText& text
 }
 
 void HandlerRemoval::RemarkEdited(const EditTarget& target, const ProcedureGroup& group,
-                                  ComponentReport& report) const {
+                                  ComponentReport& report) {
     const std::vector<Text> wanted = WantedBlock(target, group, wanted_);
     for (std::size_t i = 0; i < blocks_.size(); ++i) {
-        if (!blocks_[i]) {
+        const auto change = blocks_[i] ? ChangeIn(text_, i, *blocks_[i], wanted) : std::nullopt;
+        if (!change) {
             continue;
         }
-        const Part& part = text_.parts()[i];
-        const auto block = text_.body(part).subspan(blocks_[i]->begin);
-        if (const auto change = FindHandlerChange(block, wanted)) {
-            const Line line = At(part, std::min(blocks_[i]->begin + *change, text_.body(part).size() - 1));
-            report.remarks.push_back({"handler-edited", target.Input(line),
-                                      "the error handler of " + std::string(KindWord(group)) + " " +
-                                          Printable(group.name) +
-                                          " was not what the label and the template give; what stood at " +
-                                          target.Place(line) + " went with it"});
+        const auto block = text_.body(text_.parts()[i]).subspan(blocks_[i]->begin);
+        const HandlerPeers::Peers peers = peers_.PeersOf(target, block, group.name);
+        if (peers.count < 2) {
+            report.remarks.push_back(TypedRemark(target, group, *change));
+        } else if (peers.isNew) {
+            report.remarks.push_back(
+                {"other-template", target.Input(*change),
+                 std::to_string(peers.count) +
+                     " error handlers of the project are alike, but not what the label and the template "
+                     "give: they are from another template; one has " +
+                     target.Place(*change)});
         }
     }
+}
+
+std::vector<Remark> HandlerRemoval::RemarksOnTyped(const EditTarget& target, const ProcedureGroup& group,
+                                                   const ProcedureText& text, const Blocks& blocks) {
+    std::vector<Text> wanted = WantedBlock(target, group, wanted_);
+    std::vector<Remark> remarks;
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        if (!blocks[i]) {
+            continue;
+        }
+        // A label that changed is no reason to think of typing.
+        wanted[LabelLine] = blocks[i]->label + u":";
+        const auto change = ChangeIn(text, i, *blocks[i], wanted);
+        const auto block = text.body(text.parts()[i]).subspan(blocks[i]->begin);
+        if (change && peers_.PeersOf(target, block, group.name).count < 2) {
+            remarks.push_back(TypedRemark(target, group, *change));
+        }
+    }
+    return remarks;
 }
 
 }  // namespace lintara::cli

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/edits/handler_block.h"
+#include "cli/edits/handler_peers.h"
 #include "cli/edits/label_settings.h"
 #include "cli/edits/procedure_edit.h"
 #include "cli/project/procedure_text.h"
@@ -39,6 +40,10 @@ class HandlerRemoval : public ProcedureEdit {
     // Takes them out. Throws Refusal when the outcome is another one than foreseen.
     void Remove(const EditTarget& target, const ProcedureGroup& group, const ProcedureText& text,
                 const Blocks& blocks, TextView label) const;
+    // What was typed into handlers that are to be taken out, as far as that can be told: those that are not
+    // like other ones of the project.
+    [[nodiscard]] std::vector<Remark> RemarksOnTyped(const EditTarget& target, const ProcedureGroup& group,
+                                                     const ProcedureText& text, const Blocks& blocks);
     // Puts the blocks back into the bodies that they were taken from.
     static void PutBack(const EditTarget& target, const ProcedureText& text, const Blocks& blocks);
 
@@ -46,10 +51,11 @@ class HandlerRemoval : public ProcedureEdit {
     // Whether exactly the blocks are gone. Puts the lines above them right.
     [[nodiscard]] static bool Settle(const EditTarget& target, const ProcedureGroup& group,
                                      const ProcedureText& text, const Blocks& blocks, TextView label);
-    void RemarkEdited(const EditTarget& target, const ProcedureGroup& group, ComponentReport& report) const;
+    void RemarkEdited(const EditTarget& target, const ProcedureGroup& group, ComponentReport& report);
 
     WantedHandler wanted_;
     std::shared_ptr<LabelSettings> settings_;
+    HandlerPeers peers_;
     ProcedureText text_;
     Blocks blocks_;
 };

@@ -52,17 +52,15 @@ std::expected<bool, Skip> NumberInsertion::Apply(const EditTarget& target, const
     if (std::ranges::all_of(text_.parts(), IsEmpty)) {
         return false;
     }
-    if (auto skip = ClearTheWay(target, group)) {
-        return std::unexpected(*std::move(skip));
+    if (const auto line = numbers_.renumber ? std::nullopt : FirstNumber()) {
+        if (IsNumberedAlready(target, group)) {
+            return false;
+        }
+        return std::unexpected(
+            Skip{SkipReason::AlreadyNumbered, *line,
+                 target.Place(*line) + " has a number; --renumber replaces the numbers by new ones"});
     }
-    base_ = BaseOf(target, group);
-    target.lintara.LineNumbersInserter(target.project.name(), target.component.name, group.name, base_,
-                                       numbers_.step);
-    for (const Part& part : text_.parts()) {
-        BlankNumbers(target, part);
-    }
-    if (auto skip = CheckResult(target, group)) {
-        Undo(target);
+    if (auto skip = Number(target, group)) {
         return std::unexpected(*std::move(skip));
     }
     bool numbered = false;
@@ -101,22 +99,53 @@ bool NumberInsertion::HasWork(const workspace::Module& module,
     return false;
 }
 
+std::optional<Skip> NumberInsertion::Number(const EditTarget& target, const ProcedureGroup& group) {
+    if (auto skip = ClearTheWay(target, group)) {
+        return skip;
+    }
+    base_ = BaseOf(target, group);
+    target.lintara.LineNumbersInserter(target.project.name(), target.component.name, group.name, base_,
+                                       numbers_.step);
+    for (const Part& part : text_.parts()) {
+        BlankNumbers(target, part);
+    }
+    auto skip = CheckResult(target, group);
+    if (skip) {
+        Undo(target);
+    }
+    return skip;
+}
+
+std::optional<Line> NumberInsertion::FirstNumber() const {
+    for (const Part& part : text_.parts()) {
+        if (const auto found = FindNumericLabel(text_.body(part))) {
+            return part.body.begin + static_cast<std::int32_t>(*found);
+        }
+    }
+    return std::nullopt;
+}
+
+// Numbers the group anew, compares, and takes that back.
+bool NumberInsertion::IsNumberedAlready(const EditTarget& target, const ProcedureGroup& group) {
+    if (Number(target, group)) {
+        return false;
+    }
+    text_.Read(target.module, group);
+    bool same = true;
+    for (std::size_t i = 0; i < text_.parts().size(); ++i) {
+        same = same && NumbersAtStartOf(before_.body(before_.parts()[i])) ==
+                           NumbersAtStartOf(text_.body(text_.parts()[i]));
+    }
+    before_.PutBackAll(target.module);
+    return same;
+}
+
 std::optional<Skip> NumberInsertion::ClearTheWay(const EditTarget& target, const ProcedureGroup& group) {
     removedFirst_ = false;
-    for (const Part& part : text_.parts()) {
-        const auto found = FindNumericLabel(text_.body(part));
-        if (!found) {
-            continue;
+    if (FirstNumber()) {
+        if (auto skip = RemoveFirst(target, group)) {
+            return skip;
         }
-        if (numbers_.renumber && !removedFirst_) {
-            if (auto skip = RemoveFirst(target, group)) {
-                return skip;
-            }
-            break;
-        }
-        const Line line = part.body.begin + static_cast<std::int32_t>(*found);
-        return Skip{SkipReason::AlreadyNumbered, line,
-                    target.Place(line) + " has a number; --renumber replaces the numbers by new ones"};
     }
     auto skip = CheckForeignNumbers(target);
     if (!skip) {
@@ -136,13 +165,10 @@ std::optional<Skip> NumberInsertion::RemoveFirst(const EditTarget& target, const
     }
     removedFirst_ = true;
     text_.Read(target.module, group);
-    for (const Part& part : text_.parts()) {
-        if (const auto found = FindNumericLabel(text_.body(part))) {
-            Undo(target);
-            const Line line = part.body.begin + static_cast<std::int32_t>(*found);
-            return Skip{SkipReason::AlreadyNumbered, line,
-                        target.Place(line) + " has a number that cannot be removed"};
-        }
+    if (const auto line = FirstNumber()) {
+        Undo(target);
+        return Skip{SkipReason::AlreadyNumbered, *line,
+                    target.Place(*line) + " has a number that cannot be removed"};
     }
     return std::nullopt;
 }

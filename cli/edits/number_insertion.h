@@ -33,6 +33,12 @@ class NumberInsertion : public ProcedureEdit {
   private:
     using Part = ProcedureText::Part;
 
+    // Numbers the group that `text_` holds, once its ranges were compared. What has numbers gets new ones.
+    [[nodiscard]] std::optional<Skip> Number(const EditTarget& target, const ProcedureGroup& group);
+    [[nodiscard]] std::optional<Line> FirstNumber() const;
+    // Whether the numbers that the group has are those that it would get; it stays as it is.
+    [[nodiscard]] bool IsNumberedAlready(const EditTarget& target, const ProcedureGroup& group);
+
     // Ahead of the library's work: what speaks against it.
     [[nodiscard]] std::optional<Skip> ClearTheWay(const EditTarget& target, const ProcedureGroup& group);
     [[nodiscard]] std::optional<Skip> RemoveFirst(const EditTarget& target, const ProcedureGroup& group);

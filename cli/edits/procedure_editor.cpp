@@ -1,5 +1,7 @@
 #include "cli/edits/procedure_editor.h"
 
+#include "cli/edits/reachable.h"
+
 #include <algorithm>
 
 namespace lintara::cli {
@@ -18,12 +20,6 @@ void AddSkipped(const workspace::Module& module, const ProcedureGroup& group, Sk
     }
     report.skipped.push_back({group.name, KindWord(group), header, skip.reason, InputLine(module, skip.at),
                               std::move(skip.message), fate});
-}
-
-// The library looks projects and components up by their names and finds the first.
-bool IsReachable(const workspace::Workspace& workspace, const ScopedComponent& scope) {
-    return workspace.Find(scope.project->name()) == scope.project &&
-           scope.project->Find(scope.component->name) == scope.component;
 }
 
 void ReportUnreachable(const ScopedComponent& scope, ComponentReport& report) {
@@ -60,6 +56,7 @@ ComponentReport ProcedureEditor::Edit(const ScopedComponent& scope) {
         std::ranges::reverse(report.edited);
         std::ranges::reverse(report.skipped);
     }
+    std::ranges::stable_sort(report.remarks, {}, &Remark::at);
     return report;
 }
 

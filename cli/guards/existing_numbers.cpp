@@ -1,5 +1,6 @@
 #include "cli/guards/existing_numbers.h"
 
+#include "cli/numbers/placed_numbers.h"
 #include "cli/project/logical_lines.h"
 #include "transform/line_text.h"
 #include "workspace/characters.h"
@@ -49,6 +50,17 @@ std::optional<std::size_t> FindForeignNumber(std::span<const Text> lines) {
         continued = workspace::Continues(lines[i]);
     }
     return std::nullopt;
+}
+
+std::vector<std::optional<std::int64_t>> NumbersAtStartOf(std::span<const Text> lines) {
+    std::vector<std::optional<std::int64_t>> numbers;
+    numbers.reserve(lines.size());
+    bool continued = false;
+    for (const Text& line : lines) {
+        numbers.push_back(continued ? std::nullopt : NumberAtStart(line));
+        continued = workspace::Continues(line);
+    }
+    return numbers;
 }
 
 std::optional<std::int32_t> FiveDigitNumber(TextView line) {

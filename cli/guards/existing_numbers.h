@@ -17,6 +17,10 @@ namespace lintara::cli {
 // no colon, or behind blanks. Numbering would put a second number in front of it.
 [[nodiscard]] std::optional<std::size_t> FindForeignNumber(std::span<const Text> lines);
 
+// The number in front of each line, of any form that the language knows. A line that continues another has
+// none.
+[[nodiscard]] std::vector<std::optional<std::int64_t>> NumbersAtStartOf(std::span<const Text> lines);
+
 // A number of the form that insertion writes and removal takes off whole: five digits, a colon, a blank.
 [[nodiscard]] std::optional<std::int32_t> FiveDigitNumber(TextView line);
 

@@ -2,11 +2,16 @@
 
 #include "base/constants.h"
 #include "cli/guards/custom_code_markers.h"
+#include "cli/guards/directives.h"
+#include "cli/guards/labels.h"
+#include "cli/output/terminal_text.h"
 #include "cli/project/logical_lines.h"
+#include "workspace/characters.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace lintara::cli {
 namespace {
@@ -21,6 +26,20 @@ bool Closes(TextView statement) {
         words, [&](ProcedureWord word) { return workspace::ClosesProcedure(statement, word); });
 }
 
+// Whether the statement can stand only among the declarations of a module: these words are the language's
+// own, and behind them it has a name there.
+bool IsDeclaration(TextView statement) {
+    static constexpr auto words = std::to_array<TextView>(
+        {u"declare", u"defbool", u"defbyte", u"defcur",     u"defdate", u"defdbl", u"defint",
+         u"deflng",  u"defobj",  u"defsng",  u"defstr",     u"defvar",  u"enum",   u"event",
+         u"friend",  u"global",  u"option",  u"implements", u"private", u"public", u"type"});
+    const std::size_t end = workspace::SkipWord(statement, 0);
+    const std::size_t next = workspace::SkipBlanks(statement, end);
+    return next > end && next < statement.size() && workspace::IsLetter(statement[next]) &&
+           std::ranges::any_of(
+               words, [&](TextView word) { return workspace::IsWord(statement.substr(0, end), word); });
+}
+
 std::optional<std::string> ObjectionToStatements(TextView logicalLine) {
     if (Closes(logicalLine)) {
         return "closes a procedure";
@@ -32,6 +51,33 @@ std::optional<std::string> ObjectionToStatements(TextView logicalLine) {
         if (Closes(statement)) {
             return "closes a procedure";
         }
+        if (IsDeclaration(statement)) {
+            return "can stand only among the declarations of a module";
+        }
+    }
+    return std::nullopt;
+}
+
+std::string LineAt(std::size_t index) {
+    return "line " + std::to_string(index + 1);
+}
+
+std::optional<std::string> ObjectionToLabels(std::span<const Text> lines, TextView label) {
+    std::vector<Text> seen;
+    if (!label.empty()) {
+        seen.emplace_back(label);
+    }
+    LogicalLines logical(lines);
+    while (logical.Next()) {
+        const TextView found = LabelOfLine(logical.text());
+        if (found.empty()) {
+            continue;
+        }
+        if (std::ranges::any_of(seen, [&](const Text& s) { return workspace::SameName(s, found); })) {
+            return LineAt(logical.first()) + " has the label " + Printable(found) +
+                   ", which stands ahead of it already";
+        }
+        seen.emplace_back(found);
     }
     return std::nullopt;
 }
@@ -50,14 +96,21 @@ std::vector<Text> SplitLines(TextView text) {
     }
 }
 
-std::optional<std::string> ObjectionToCode(TextView code) {
+bool IsAttributeLine(TextView line) {
+    const std::size_t at = workspace::SkipBlanks(line);
+    const std::size_t end = workspace::SkipWord(line, at);
+    return workspace::IsWord(line.substr(at, end - at), u"attribute") && end < line.size() &&
+           workspace::IsBlank(line[end]);
+}
+
+std::optional<std::string> ObjectionToCode(TextView code, TextView label) {
     const std::vector<Text> lines = SplitLines(code);
     if (workspace::Continues(lines.back())) {
         return "its last line ends in an underscore and would swallow the line below it";
     }
     LogicalLines logical(lines);
     while (logical.Next()) {
-        const std::string place = "line " + std::to_string(logical.first() + 1);
+        const std::string place = LineAt(logical.first());
         if (auto objection = ObjectionToStatements(logical.text())) {
             return place + " " + *objection;
         }
@@ -66,9 +119,20 @@ std::optional<std::string> ObjectionToCode(TextView code) {
                    " continuation lines, which the IDE does not accept";
         }
     }
+    if (const auto attribute = std::ranges::find_if(lines, IsAttributeLine); attribute != lines.end()) {
+        return LineAt(static_cast<std::size_t>(attribute - lines.begin())) +
+               " is an attribute, which the IDE would hide";
+    }
+    if (const auto directive = FindUnbalancedDirective(lines)) {
+        return LineAt(directive->line) + " is " + std::string(NameOf(directive->directive)) +
+               (directive->directive == Directive::If ? " without #End If" : " without #If");
+    }
+    if (auto objection = ObjectionToLabels(lines, label)) {
+        return objection;
+    }
     const auto marked = std::ranges::find_if(lines, HoldsMarkerText);
     if (marked != lines.end()) {
-        return "line " + std::to_string(marked - lines.begin() + 1) +
+        return LineAt(static_cast<std::size_t>(marked - lines.begin())) +
                " holds the text of a marker line, and removal would go by it";
     }
     return std::nullopt;

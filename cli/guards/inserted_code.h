@@ -14,7 +14,10 @@ namespace lintara::cli {
 [[nodiscard]] std::vector<Text> SplitLines(TextView text);
 
 // What speaks against `code`, as the end of a sentence about it: "line 3 closes a procedure". None when it
-// can be inserted.
-[[nodiscard]] std::optional<std::string> ObjectionToCode(TextView code);
+// can be inserted. `label` is one that stands in front of it, if any.
+[[nodiscard]] std::optional<std::string> ObjectionToCode(TextView code, TextView label = {});
+
+// Whether the line is "Attribute ...": in a file, the IDE hides it and reads it as something else than code.
+[[nodiscard]] bool IsAttributeLine(TextView line);
 
 }  // namespace lintara::cli

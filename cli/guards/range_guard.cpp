@@ -1,6 +1,8 @@
 #include "cli/guards/range_guard.h"
 
+#include "cli/guards/code_text.h"
 #include "cli/project/input_line.h"
+#include "workspace/syntax.h"
 
 #include <algorithm>
 
@@ -52,6 +54,16 @@ Line FirstDifference(const std::vector<LineRange>& a, const std::vector<LineRang
     return inA->begin == inB->begin ? std::min(inA->end, inB->end) : std::min(inA->begin, inB->begin);
 }
 
+// The library takes the kind of a procedure from what stands ahead of the first occurrence of its name: in
+// "Sub S()" there is nothing.
+bool HasEarlierName(const workspace::ProcedureInfo& procedure, const workspace::Module& module) {
+    Text header;
+    module.ReadLine(procedure.header, header);
+    const auto parsed = workspace::ParseHeader(header);
+    return parsed &&
+           FindText(header, parsed->name) < static_cast<std::size_t>(parsed->name.data() - header.data());
+}
+
 bool Unclosed(const workspace::ProcedureInfo& procedure) {
     return !procedure.closed;
 }
@@ -87,6 +99,15 @@ std::optional<RangeMismatch> CompareRanges(const transform::ProcedureRanges& ran
     if (const auto open = std::ranges::find_if(group.reached, Unclosed); open != group.reached.end()) {
         mismatch.line = open->header;
         mismatch.message = "it is never closed";
+        return mismatch;
+    }
+    const auto hidden = std::ranges::find_if(group.reached, [&](const workspace::ProcedureInfo& procedure) {
+        return HasEarlierName(procedure, module);
+    });
+    if (hidden != group.reached.end()) {
+        mismatch.line = hidden->header;
+        mismatch.message = "its name occurs earlier in its header, at " + InputPlace(module, hidden->header) +
+                           ", so what follows the name is not found; rename it";
         return mismatch;
     }
     mismatch.message = "its code is " + Describe(bodies, module) + ", but " + Describe(visited, module) +

@@ -2,10 +2,12 @@
 
 #include "base/constants.h"
 #include "cli/guards/code_text.h"
+#include "cli/project/logical_lines.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>
+#include <array>
 
 namespace lintara::cli {
 namespace {
@@ -14,11 +16,6 @@ constexpr TextView Statement = constants::CommittedOnErrorGoTo;
 
 bool HasStatement(const Text& line) {
     return FindText(line, Statement) != TextView::npos;
-}
-
-TextView WordBehind(TextView line, std::size_t at) {
-    const std::size_t begin = workspace::SkipBlanks(line, at + Statement.size());
-    return line.substr(begin, workspace::SkipWord(line, begin) - begin);
 }
 
 // Calls `visit` with the index, the code's length and the offset of each such statement in code, until it
@@ -38,6 +35,41 @@ std::optional<std::size_t> FindStatement(std::span<const Text> lines, Visit visi
         }
     }
     return std::nullopt;
+}
+
+// The targets of "On Error GoTo" and "On Local Error GoTo" in a logical line's code, whatever blanks stand in
+// them.
+std::vector<TextView> HandlerTargetsIn(TextView code) {
+    std::vector<TextView> targets;
+    if (FindText(code, u"error") == TextView::npos) {
+        return targets;
+    }
+    constexpr std::array<TextView, 3> words{u"on", u"error", u"goto"};
+    std::size_t matched = 0;
+    bool inQuotes = false;
+    for (std::size_t at = 0; at < code.size();) {
+        const std::size_t end = workspace::SkipWord(code, at);
+        if (end == at) {
+            inQuotes ^= code[at] == u'"';
+            matched = workspace::IsBlank(code[at]) ? matched : 0;
+            ++at;
+            continue;
+        }
+        const TextView word = code.substr(at, end - at);
+        at = end;
+        if (inQuotes) {
+            continue;
+        }
+        if (matched == words.size()) {
+            targets.push_back(word);
+            matched = 0;
+        } else if (workspace::IsWord(word, words[matched])) {
+            ++matched;
+        } else if (matched != 1 || !workspace::IsWord(word, u"local")) {
+            matched = workspace::IsWord(word, words[0]) ? 1 : 0;
+        }
+    }
+    return targets;
 }
 
 Text Redirected(TextView line, std::size_t codeEnd, TextView sought, TextView replacement) {
@@ -79,10 +111,17 @@ std::optional<std::size_t> FindLongerTarget(std::span<const Text> lines, TextVie
 }
 
 std::optional<std::size_t> FindOtherTarget(std::span<const Text> lines, TextView label) {
-    return FindStatement(lines, [&](TextView line, std::size_t at) {
-        const TextView word = WordBehind(line, at);
-        return !word.empty() && word != constants::NoErrorHandler && !workspace::SameName(word, label);
-    });
+    LogicalLines logical(lines);
+    while (logical.Next()) {
+        const TextView line = logical.text();
+        const TextView code = line.substr(0, workspace::CommentStart(line));
+        for (const TextView target : HandlerTargetsIn(code)) {
+            if (target != constants::NoErrorHandler && !workspace::SameName(target, label)) {
+                return logical.first();
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace lintara::cli

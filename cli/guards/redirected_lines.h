@@ -26,7 +26,8 @@ struct RedirectedLine {
 // would replace its beginning.
 [[nodiscard]] std::optional<std::size_t> FindLongerTarget(std::span<const Text> lines, TextView target);
 
-// The first line with such a statement that leads to a label other than `label`.
+// The first line of a statement that leads errors to a label other than `label`: also "On Local Error GoTo",
+// and one of several lines. `lines` begin and end with whole logical lines.
 [[nodiscard]] std::optional<std::size_t> FindOtherTarget(std::span<const Text> lines, TextView label);
 
 }  // namespace lintara::cli

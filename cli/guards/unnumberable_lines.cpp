@@ -1,11 +1,11 @@
 #include "cli/guards/unnumberable_lines.h"
 
+#include "cli/guards/directives.h"
 #include "cli/project/logical_lines.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>
-#include <array>
 
 namespace lintara::cli {
 namespace {
@@ -16,19 +16,6 @@ using workspace::SkipWord;
 
 TextView WordAt(TextView text, std::size_t from) {
     return text.substr(from, SkipWord(text, from) - from);
-}
-
-bool IsDirective(TextView line) {
-    const std::size_t sign = SkipBlanks(line);
-    return sign < line.size() && line[sign] == u'#';
-}
-
-// "if", "elseif", "else", "end" or "const"; "" when the line is no directive ("#1/2/2003# ...").
-TextView DirectiveWord(TextView line) {
-    static constexpr std::array<TextView, 6> words{u"if", u"elseif", u"else", u"end", u"endif", u"const"};
-    const TextView word = WordAt(line, SkipBlanks(line, SkipBlanks(line) + 1));
-    const auto found = std::ranges::find_if(words, [&](TextView w) { return IsWord(word, w); });
-    return found == words.end() ? TextView() : *found;
 }
 
 bool IsCase(TextView statement) {
@@ -57,15 +44,15 @@ class SelectWatch {
   public:
     [[nodiscard]] bool awaitsCase() const { return awaitsCase_; }
 
-    void PassDirective(TextView word) {
-        if (word == u"if") {
+    void PassDirective(Directive directive) {
+        if (directive == Directive::If) {
             outside_.push_back({.awaitedBefore = awaitsCase_});
-        } else if (word != u"const" && !outside_.empty()) {
+        } else if (directive != Directive::Const && !outside_.empty()) {
             Branches& branches = outside_.back();
             branches.anyAwaits |= awaitsCase_;
-            branches.hasElse |= word == u"else";
+            branches.hasElse |= directive == Directive::Else;
             awaitsCase_ = branches.awaitedBefore;
-            if (word == u"end" || word == u"endif") {
+            if (directive == Directive::EndIf) {
                 awaitsCase_ = branches.anyAwaits || (branches.awaitedBefore && !branches.hasElse);
                 outside_.pop_back();
             }
@@ -106,11 +93,9 @@ void FindUnnumberableLines(std::span<const Text> lines, std::vector<std::size_t>
     LogicalLines logical(lines);
     while (logical.Next()) {
         const TextView line = logical.text();
-        if (IsDirective(line)) {
-            if (const TextView word = DirectiveWord(line); !word.empty()) {
-                indexes.push_back(logical.first());
-                watch.PassDirective(word);
-            }
+        if (const Directive directive = DirectiveOf(line); directive != Directive::None) {
+            indexes.push_back(logical.first());
+            watch.PassDirective(directive);
         } else if (watch.PassCode(line, workspace::SkipLineNumberAndLabel(line))) {
             indexes.push_back(logical.first());
         }

@@ -8,9 +8,10 @@
 #include "workspace/path_resolver.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
 #include <system_error>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace lintara::cli {
 namespace {
@@ -39,25 +40,48 @@ void ForEachAskedFor(const NumberTable& table, const NumberQuery& query, Visit v
     }
 }
 
-bool IsSameProcedure(const NumberedProcedure& a, const NumberedProcedure& b) {
-    return a.kind == b.kind && SameName(a.name, b.name);
+// What makes two procedures of a module the same: kind and name.
+std::string KeyOf(const NumberedProcedure& procedure) {
+    return procedure.kind + " " + workspace::ToUtf8(workspace::FoldCase(procedure.name));
 }
 
-// The procedure in the sources that has the lines of `wanted`, the nearest of several; null when none has.
-const NumberedProcedure* PresentProcedure(const std::vector<NumberedProcedure>& present,
-                                          const NumberedProcedure& wanted) {
-    const NumberedProcedure* best = nullptr;
-    const auto distance = [&](const NumberedProcedure& procedure) {
-        return std::abs(procedure.header.line - wanted.header.line);
-    };
-    for (const NumberedProcedure& procedure : present) {
-        if (IsSameProcedure(procedure, wanted) && procedure.checksum == wanted.checksum &&
-            (best == nullptr || distance(procedure) < distance(*best))) {
-            best = &procedure;
+// The procedures that the sources have, to be found by kind, name and lines.
+class PresentProcedures {
+  public:
+    explicit PresentProcedures(const std::vector<NumberedProcedure>& procedures) {
+        for (const NumberedProcedure& procedure : procedures) {
+            byContent_[ContentOf(procedure)].push_back(&procedure);
+        }
+        for (auto& [content, same] : byContent_) {
+            std::ranges::stable_sort(same, {}, LineOf);
         }
     }
-    return best;
-}
+
+    // The one that has the lines of `wanted`, the nearest of several; null when none has.
+    [[nodiscard]] const NumberedProcedure* Find(const NumberedProcedure& wanted) const {
+        const auto found = byContent_.find(ContentOf(wanted));
+        if (found == byContent_.end()) {
+            return nullptr;
+        }
+        const auto& same = found->second;
+        const auto below = std::ranges::lower_bound(same, LineOf(&wanted), {}, LineOf);
+        if (below == same.begin()) {
+            return *below;
+        }
+        const auto above = std::prev(below);
+        const bool isAbove =
+            below == same.end() || LineOf(&wanted) - LineOf(*above) <= LineOf(*below) - LineOf(&wanted);
+        return isAbove ? *above : *below;
+    }
+
+  private:
+    static std::string ContentOf(const NumberedProcedure& procedure) {
+        return KeyOf(procedure) + " " + std::to_string(procedure.checksum);
+    }
+    static std::int64_t LineOf(const NumberedProcedure* procedure) { return procedure->header.line.value(); }
+
+    std::unordered_map<std::string, std::vector<const NumberedProcedure*>> byContent_;
+};
 
 // Finds the place of one number after the other; the component's file is taken to lines once.
 class Locator {
@@ -72,10 +96,16 @@ class Locator {
                           .changed = table_.now == nullptr,
                           .text = {}};
         if (table_.present) {
-            const NumberedProcedure* now = PresentProcedure(*table_.present, procedure);
-            found.changed = now == nullptr;
-            if (now != nullptr) {
-                found.place.line += now->header.line - procedure.header.line;
+            if (!present_) {
+                present_.emplace(*table_.present);
+            }
+            const NumberedProcedure* now = present_->Find(procedure);
+            const std::int64_t offset = number.source.line - procedure.header.line;
+            // A line below the module's last one is no line of a procedure that is the same.
+            found.changed =
+                now == nullptr || now->header.line.value() + offset > table_.now->module->CountOfLines();
+            if (!found.changed) {
+                found.place.line = now->header.line + static_cast<std::int32_t>(offset);
                 found.place.fileLine += now->header.fileLine - procedure.header.fileLine;
             }
         }
@@ -90,14 +120,9 @@ class Locator {
 
   private:
     const NumberTable& table_;
+    std::optional<PresentProcedures> present_;
     std::optional<SourceLines> source_;
 };
-
-std::string UnknownName(std::string_view option, std::string_view kind, const std::string& wanted,
-                        const std::vector<Text>& names) {
-    return std::string(option) + ": there is no " + std::string(kind) + " '" +
-           Printable(std::string_view(wanted)) + "'." + Suggestion(FromUtf8(wanted), names);
-}
 
 // What is wrong with the names in the query.
 std::optional<std::string> CheckNames(const std::vector<NumberTable>& tables, const NumberQuery& query) {
@@ -127,21 +152,36 @@ std::optional<std::string> CheckNames(const std::vector<NumberTable>& tables, co
 
 // Puts the procedures of a map in the place of those of the sources that they are.
 void AddMapped(std::vector<NumberedProcedure> mapped, std::vector<NumberedProcedure>& procedures) {
-    std::erase_if(procedures, [&](const NumberedProcedure& procedure) {
-        return std::ranges::any_of(mapped,
-                                   [&](const auto& other) { return IsSameProcedure(procedure, other); });
-    });
+    std::unordered_set<std::string> keys;
+    std::ranges::transform(mapped, std::inserter(keys, keys.end()), KeyOf);
+    std::erase_if(procedures,
+                  [&](const NumberedProcedure& procedure) { return keys.contains(KeyOf(procedure)); });
     std::ranges::move(mapped, std::back_inserter(procedures));
 }
 
-// The folder in which the files of a map's project lie.
-fs::path FolderOfProject(const workspace::Workspace& workspace, TextView name) {
-    const workspace::Project* project = workspace.Find(name);
-    if (project == nullptr) {
-        project = workspace.projects().front().get();
-    }
+// The folder from which on the files of the project are named.
+fs::path FolderOfProject(const workspace::Project& project) {
     std::error_code error;
-    return fs::is_directory(project->path(), error) ? project->path() : workspace::FolderOf(project->path());
+    return fs::is_directory(project.path(), error) ? project.path() : workspace::FolderOf(project.path());
+}
+
+Text QualifiedKey(TextView project, TextView component) {
+    return workspace::FoldCase(Text(project) + u"." + Text(component));
+}
+
+// Why the map has nothing to say about the workspace: none of its projects is open.
+std::optional<std::string> OtherProjectsIn(const NumberMap& map, const workspace::Workspace& workspace) {
+    std::string names;
+    std::unordered_set<Text> told;
+    for (const MappedComponent& mapped : map.components) {
+        if (workspace.Find(mapped.project) != nullptr) {
+            return std::nullopt;
+        }
+        if (told.insert(workspace::FoldCase(mapped.project)).second) {
+            names += (names.empty() ? "" : ", ") + Printable(mapped.project);
+        }
+    }
+    return names.empty() ? std::nullopt : std::optional("is the map of another project: " + names);
 }
 
 }  // namespace
@@ -166,9 +206,15 @@ std::vector<NumberTable> TablesOf(const workspace::Workspace& workspace) {
     return tables;
 }
 
-std::vector<NumberTable> TablesOf(NumberMap map, const workspace::Workspace& workspace) {
+std::expected<std::vector<NumberTable>, std::string> TablesOf(NumberMap map,
+                                                              const workspace::Workspace& workspace) {
+    if (auto others = OtherProjectsIn(map, workspace)) {
+        return std::unexpected(*std::move(others));
+    }
     std::vector<NumberTable> tables = TablesOf(workspace);
+    std::unordered_map<Text, std::size_t> indexes;
     for (NumberTable& table : tables) {
+        indexes.try_emplace(QualifiedKey(table.project, table.component), indexes.size());
         table.present = table.procedures;
         // Numbers that stand in the sources now are not those of the build.
         for (NumberedProcedure& procedure : table.procedures) {
@@ -176,15 +222,16 @@ std::vector<NumberTable> TablesOf(NumberMap map, const workspace::Workspace& wor
         }
     }
     for (MappedComponent& mapped : map.components) {
-        const auto same = std::ranges::find_if(tables, [&](const NumberTable& table) {
-            return SameName(table.project, mapped.project) && SameName(table.component, mapped.component);
-        });
-        if (same == tables.end()) {
-            tables.push_back({mapped.project, mapped.component,
-                              FolderOfProject(workspace, mapped.project) / mapped.file,
+        const workspace::Project* const project = workspace.Find(mapped.project);
+        if (project == nullptr) {
+            continue;
+        }
+        const auto same = indexes.find(QualifiedKey(mapped.project, mapped.component));
+        if (same == indexes.end()) {
+            tables.push_back({mapped.project, mapped.component, FolderOfProject(*project) / mapped.file,
                               std::move(mapped.procedures), nullptr});
         } else {
-            AddMapped(std::move(mapped.procedures), same->procedures);
+            AddMapped(std::move(mapped.procedures), tables[same->second].procedures);
         }
     }
     return tables;

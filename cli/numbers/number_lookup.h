@@ -36,8 +36,10 @@ struct NumberTable {
 
 // What insertion wrote into the modules of the workspace.
 [[nodiscard]] std::vector<NumberTable> TablesOf(const workspace::Workspace& workspace);
-// What a map says, together with the procedures of the workspace that have no numbers in it.
-[[nodiscard]] std::vector<NumberTable> TablesOf(NumberMap map, const workspace::Workspace& workspace);
+// What a map says of the projects that are open, together with the procedures of the workspace that have no
+// numbers in it. The error, about a map of other projects alone, is a sentence that does not name its file.
+[[nodiscard]] std::expected<std::vector<NumberTable>, std::string> TablesOf(
+    NumberMap map, const workspace::Workspace& workspace);
 
 // Whether `written`, "" or a name with or without its project, names the component.
 [[nodiscard]] bool NamesComponent(const std::string& written, TextView project, TextView component);

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <fstream>
+#include <limits>
 #include <system_error>
 
 namespace lintara::cli {
@@ -18,6 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int mapVersion = 1;
+// How a map begins, whatever its version.
+constexpr std::string_view mapBegin = "{\"version\": ";
+constexpr std::string_view mapSecond = ", \"numbering\": ";
 
 // A map may hold hundreds of thousands of numbers, so it is put together by hand.
 void AppendNumber(std::int64_t number, std::string& out) {
@@ -95,37 +100,98 @@ struct Part {
     std::string text;
 };
 
-SourcePlace PlaceIn(const Json& object) {
-    return {Line(object.at("line").get<std::int32_t>()), object.at("fileLine").get<std::int64_t>()};
+// Something in a map that no map has.
+struct Damage {};
+
+constexpr std::int64_t largestLine = std::numeric_limits<std::int32_t>::max();
+constexpr std::int64_t largestNumber = 9'999'999'999;  // of ten digits
+
+std::int64_t WholeNumberIn(const Json& value, std::int64_t least, std::int64_t most) {
+    if (!value.is_number_integer() ||
+        (value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(most))) {
+        throw Damage();
+    }
+    const auto number = value.get<std::int64_t>();
+    if (number < least || number > most) {
+        throw Damage();
+    }
+    return number;
+}
+
+std::int32_t SettingIn(const Json& value) {
+    return static_cast<std::int32_t>(WholeNumberIn(value, std::numeric_limits<std::int32_t>::min(),
+                                                   std::numeric_limits<std::int32_t>::max()));
+}
+
+SourcePlace PlaceIn(const Json& line, const Json& fileLine) {
+    return {Line(static_cast<std::int32_t>(WholeNumberIn(line, 1, largestLine))),
+            WholeNumberIn(fileLine, 1, largestLine)};
 }
 
 void ReadTriples(const Json& list, bool inserted, std::vector<PlacedNumber>& numbers) {
     for (const Json& number : list) {
-        numbers.push_back(
-            {.number = number.at(0).get<std::int64_t>(),
-             .source = {Line(number.at(1).get<std::int32_t>()), number.at(2).get<std::int64_t>()},
-             .inserted = inserted,
-             .now = {}});
+        numbers.push_back({.number = WholeNumberIn(number.at(0), 0, largestNumber),
+                           .source = PlaceIn(number.at(1), number.at(2)),
+                           .inserted = inserted,
+                           .now = {}});
     }
+}
+
+// One of the words that `KindWord` has for procedures.
+std::string KindIn(const Json& value) {
+    constexpr std::array<std::string_view, 5> kinds = {"Sub", "Function", "Property Get", "Property Let",
+                                                       "Property Set"};
+    auto kind = value.get<std::string>();
+    if (std::ranges::find(kinds, kind) == kinds.end()) {
+        throw Damage();
+    }
+    return kind;
+}
+
+std::uint64_t ChecksumIn(const std::string& digits) {
+    std::uint64_t checksum = 0;
+    const char* const last = digits.data() + digits.size();
+    const auto [end, error] = std::from_chars(digits.data(), last, checksum, 16);
+    if (error != std::errc() || end != last) {
+        throw Damage();
+    }
+    return checksum;
 }
 
 NumberedProcedure ProcedureIn(const Json& object) {
     NumberedProcedure procedure{.name = workspace::FromUtf8(object.at("name").get<std::string>()),
-                                .kind = object.at("kind").get<std::string>(),
-                                .header = PlaceIn(object)};
-    const auto checksum = object.at("checksum").get<std::string>();
-    std::from_chars(checksum.data(), checksum.data() + checksum.size(), procedure.checksum, 16);
+                                .kind = KindIn(object.at("kind")),
+                                .header = PlaceIn(object.at("line"), object.at("fileLine")),
+                                .checksum = ChecksumIn(object.at("checksum").get<std::string>())};
     ReadTriples(object.at("numbers"), false, procedure.numbers);
     if (object.contains("inserted")) {
         ReadTriples(object.at("inserted"), true, procedure.numbers);
     }
+    const bool allBelow = std::ranges::all_of(procedure.numbers, [&](const PlacedNumber& number) {
+        return number.source.line >= procedure.header.line &&
+               number.source.fileLine >= procedure.header.fileLine;
+    });
+    if (!allBelow) {
+        throw Damage();
+    }
     return procedure;
+}
+
+// A project may name files beside its folder, so ".." may stand first, and nowhere else.
+std::string FileIn(const Json& value) {
+    auto file = value.get<std::string>();
+    const fs::path path(file);
+    const auto below = std::ranges::find_if(path, [](const fs::path& part) { return part != ".."; });
+    if (path.is_absolute() || below == path.end() || std::find(below, path.end(), "..") != path.end()) {
+        throw Damage();
+    }
+    return file;
 }
 
 MappedComponent ComponentIn(const Json& object) {
     MappedComponent component{.project = workspace::FromUtf8(object.at("project").get<std::string>()),
                               .component = workspace::FromUtf8(object.at("component").get<std::string>()),
-                              .file = object.at("file").get<std::string>(),
+                              .file = FileIn(object.at("file")),
                               .procedures = {}};
     for (const Json& procedure : object.at("procedures")) {
         component.procedures.push_back(ProcedureIn(procedure));
@@ -135,14 +201,35 @@ MappedComponent ComponentIn(const Json& object) {
 
 NumberMap MapIn(const Json& object) {
     NumberMap map;
-    map.numbers.base = object.at("base").get<std::int32_t>();
-    map.numbers.step = object.at("step").get<std::int32_t>();
+    map.numbers.base = SettingIn(object.at("base"));
+    map.numbers.step = SettingIn(object.at("step"));
     map.numbers.numbering =
         ParseNumbering("numbering", object.at("numbering").get<std::string>()).value_or(Numbering::Procedure);
     for (const Json& component : object.at("components")) {
         map.components.push_back(ComponentIn(component));
     }
     return map;
+}
+
+std::string HeadOfMap(const NumberOptions& numbers) {
+    const bool byModule = numbers.numbering == Numbering::Module;
+    return std::string(mapBegin) + std::to_string(mapVersion) + std::string(mapSecond) +
+           Quoted(numberingWords[static_cast<std::size_t>(numbers.numbering)]) +
+           ", \"base\": " + std::to_string(byModule ? moduleNumberOffset : numbers.base) +
+           ", \"step\": " + std::to_string(byModule ? 1 : numbers.step);
+}
+
+// Whether this program wrote the file, in this version or another one.
+bool IsNumberMap(const fs::path& path) {
+    std::error_code error;
+    if (!fs::is_regular_file(fs::symlink_status(path, error))) {
+        return false;
+    }
+    std::array<char, 64> head{};
+    std::ifstream file(path, std::ios::binary);
+    file.read(head.data(), head.size());
+    const std::string_view text(head.data(), static_cast<std::size_t>(file.gcount()));
+    return text.starts_with(mapBegin) && text.contains(mapSecond);
 }
 
 }  // namespace
@@ -157,11 +244,7 @@ std::string NumberMapText(const workspace::Workspace& workspace, const NumberOpt
     workspace::InParallel(parts.size(), [&](std::size_t i) {
         parts[i].text = ComponentText(*parts[i].project, *parts[i].component);
     });
-    const bool byModule = numbers.numbering == Numbering::Module;
-    std::string text = "{\"version\": " + std::to_string(mapVersion) + ", \"numbering\": " +
-                       Quoted(numberingWords[static_cast<std::size_t>(numbers.numbering)]) +
-                       ", \"base\": " + std::to_string(byModule ? moduleNumberOffset : numbers.base) +
-                       ", \"step\": " + std::to_string(byModule ? 1 : numbers.step) + ",\n \"components\": [";
+    std::string text = HeadOfMap(numbers) + ",\n \"components\": [";
     const char* separator = "\n  ";
     for (const Part& part : parts) {
         if (!part.text.empty()) {
@@ -176,13 +259,23 @@ std::string NumberMapText(const workspace::Workspace& workspace, const NumberOpt
 std::expected<NumberMap, std::string> ParseNumberMap(std::string_view bytes) {
     try {
         const Json object = Json::parse(bytes);
-        if (object.at("version").get<int>() != mapVersion) {
+        if (WholeNumberIn(object.at("version"), 0, largestLine) != mapVersion) {
             return std::unexpected("is a map of another version; build the copy anew");
         }
         return MapIn(object);
     } catch (const Json::exception&) {
-        return std::unexpected("is no map of line numbers, or is damaged");
+    } catch (const Damage&) {
     }
+    return std::unexpected("is no map of line numbers, or is damaged");
+}
+
+std::expected<void, std::string> RemoveNumberMap(const fs::path& folder) {
+    const fs::path path = folder / numberMapName;
+    std::error_code error;
+    if (IsNumberMap(path) && !fs::remove(path, error) && error) {
+        return std::unexpected("the map of an earlier copy cannot be removed: " + error.message());
+    }
+    return {};
 }
 
 std::string FileInProject(const workspace::Project& project, const workspace::Component& component) {

@@ -46,6 +46,10 @@ struct NumberMap {
 // (`now`) are not in the map, and stay 0.
 [[nodiscard]] std::expected<NumberMap, std::string> ParseNumberMap(std::string_view bytes);
 
+// Removes a map that this program wrote into the folder, so that no older one stays beside another copy. A
+// file of that name that is none stays. The error is a sentence that does not name the file.
+[[nodiscard]] std::expected<void, std::string> RemoveNumberMap(const std::filesystem::path& folder);
+
 // A component's file from its project's folder on, with slashes.
 [[nodiscard]] std::string FileInProject(const workspace::Project& project,
                                         const workspace::Component& component);

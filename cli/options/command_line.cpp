@@ -105,6 +105,18 @@ bool MayBeEmpty(const CommandInfo& command, const CLI::Option& option) {
     return info != nullptr && info->mayBeEmpty;
 }
 
+// The parser takes any word for a flag's value.
+void RequireTruthValue(const CommandInfo& command, const CLI::Option& option) {
+    const OptionInfo* info = command.Option(NameOf(option));
+    if (option.get_positional() || info == nullptr || info->kind != OptionKind::Flag) {
+        return;
+    }
+    for (const std::string& value : option.results()) {
+        Require(value == "true" || value == "false",
+                option.get_name() + ": '" + value + "' is neither true nor false");
+    }
+}
+
 OptionReader Collect(const ParsedCommand& command) {
     GivenOptions given;
     std::vector<std::string> arguments;
@@ -115,6 +127,7 @@ OptionReader Collect(const ParsedCommand& command) {
         Require(MayBeEmpty(*command.info, *option) ||
                     std::ranges::find(option->results(), "") == option->results().end(),
                 option->get_name() + ": the value is empty");
+        RequireTruthValue(*command.info, *option);
         if (option->get_positional()) {
             arguments.push_back(option->results().front());
         } else {
@@ -171,6 +184,28 @@ std::optional<std::string> UnknownCommand(const CLI::App& program, std::span<con
     return std::nullopt;
 }
 
+// About the first option that the command does not have, among the words that the parser left.
+std::optional<std::string> UnknownOption(const CLI::App& program) {
+    const CLI::App* app = &program;
+    while (!app->get_subcommands().empty()) {
+        app = app->get_subcommands().front();
+    }
+    const std::vector<std::string> left = app->remaining();
+    const auto word = std::ranges::find_if(
+        left, [](const std::string& text) { return text.size() > 1 && text.starts_with('-'); });
+    if (word == left.end()) {
+        return std::nullopt;
+    }
+    std::vector<Text> names;
+    for (const CLI::Option* option : app->get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back(workspace::FromUtf8("--" + name));
+        }
+    }
+    const std::string name = word->substr(0, word->find('='));
+    return "there is no option '" + name + "'." + Suggestion(workspace::FromUtf8(name), names);
+}
+
 }  // namespace
 
 std::string Complaint(const CommandInfo& command, const std::string& what) {
@@ -197,6 +232,10 @@ std::expected<OptionReader, EarlyExit> ParseCommandLine(std::span<const std::str
         return Collect(*std::ranges::find_if(parsed, [](const auto& p) { return p.app->parsed(); }));
     } catch (const CLI::CallForHelp&) {
         return std::unexpected(EarlyExit{ExitStatus::Done, HelpOf(program), {}});
+    } catch (const CLI::ExtrasError& error) {
+        const std::string what =
+            UnknownOption(program).value_or(UnknownCommand(program, arguments).value_or(error.what()));
+        return std::unexpected(EarlyExit{ExitStatus::Usage, {}, Complaint(CommandName(program), what)});
     } catch (const CLI::ParseError& error) {
         const std::string what = UnknownCommand(program, arguments).value_or(error.what());
         return std::unexpected(EarlyExit{ExitStatus::Usage, {}, Complaint(CommandName(program), what)});

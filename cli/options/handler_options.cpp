@@ -32,15 +32,6 @@ bool HasStrayLineEnding(TextView code) {
     return false;
 }
 
-void RequireUsable(const OptionReader& given, TextView code) {
-    const std::string option = given.LabelOf("template");
-    Require(!code.empty(), option + ": the template is empty");
-    Require(!HasStrayLineEnding(code), option + ": a line of the template ends in a lone CR or LF");
-    if (const auto objection = ObjectionToCode(code)) {
-        throw UsageError(option + ": " + *objection);
-    }
-}
-
 void RequireAsked(const OptionReader& given, bool asked, std::string_view work,
                   std::initializer_list<std::string_view> options) {
     for (const std::string_view option : options) {
@@ -52,6 +43,16 @@ void RequireAsked(const OptionReader& given, bool asked, std::string_view work,
 
 }  // namespace
 
+std::optional<std::string> TemplateProblem(TextView code, TextView label) {
+    if (code.empty()) {
+        return "the template is empty";
+    }
+    if (HasStrayLineEnding(code)) {
+        return "a line of the template ends in a lone CR or LF";
+    }
+    return ObjectionToCode(code, label);
+}
+
 WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environment) {
     WantedHandler wanted{.label = ReadLabel(given), .code = {}};
     if (!given.Flag("exact")) {
@@ -62,7 +63,8 @@ WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environm
     }
     wanted.code = ReadCode(given, environment);
     if (!given.Flag("exact")) {
-        RequireUsable(given, wanted.code);
+        const auto problem = TemplateProblem(wanted.code, wanted.label);
+        Require(!problem, given.LabelOf("template") + ": " + problem.value_or(""));
     }
     return wanted;
 }

@@ -7,11 +7,18 @@
 #include "cli/options.h"
 #include "cli/options/option_reader.h"
 
+#include <optional>
+#include <string>
+
 namespace lintara::cli {
 
 // Reads the template's file, or standard input. Refuses, as UsageError, what is no label, and a template that
 // could not stand in a procedure; the latter two not when the command is exact.
 [[nodiscard]] WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environment);
+
+// What speaks against a template of handlers that begin with that label, as a sentence; none when nothing
+// does.
+[[nodiscard]] std::optional<std::string> TemplateProblem(TextView code, TextView label);
 
 // Options on the command line that belong to work that is not asked for are usage errors.
 void RequireWorkOf(const OptionReader& given, const WorkOptions& work);

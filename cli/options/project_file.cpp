@@ -51,6 +51,7 @@ class Reader {
         for (const auto& [key, node] : top) {
             const std::string name(key.str());
             const toml::table* table = node.as_table();
+            RequireSingleTable(name, key, node);
             // Some options bear the name of a command, such as "template".
             const OptionInfo* option = OptionOfAny(commands_, name);
             const bool isCommand = IsCommandOrFamily(name);
@@ -82,6 +83,14 @@ class Reader {
         return IsFamily(name) || std::ranges::find(commands_, name, &CommandInfo::name) != commands_.end();
     }
 
+    // Two brackets begin one of several tables; there is one for each command.
+    void RequireSingleTable(const std::string& name, const toml::key& key, const toml::node& node) const {
+        if (node.is_array_of_tables()) {
+            Fail(key.source().begin.line, "[[" + Dotted(name) + "]] begins a list of tables; write [" +
+                                              Dotted(name) + "], and that once");
+        }
+    }
+
     // `name` is the command's, or its family's.
     void ReadTable(const std::string& name, const toml::table& table) {
         const auto command = std::ranges::find(commands_, name, &CommandInfo::name);
@@ -99,6 +108,7 @@ class Reader {
         for (const auto& [key, node] : table) {
             const toml::table* inner = node.as_table();
             const std::string full = name + " " + std::string(key.str());
+            RequireSingleTable(full, key, node);
             if (inner == nullptr || !IsCommandOrFamily(full)) {
                 Fail(key.source().begin.line, "below [" + name +
                                                   "] there are only tables of commands, such as [" +

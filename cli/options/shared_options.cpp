@@ -1,6 +1,7 @@
 #include "cli/options/shared_options.h"
 
 #include "base/constants.h"
+#include "cli/options/number_rules.h"
 #include "cli/options/option_values.h"
 #include "workspace/characters.h"
 #include "workspace/encoding.h"
@@ -10,8 +11,6 @@
 namespace lintara::cli {
 namespace {
 
-constexpr std::int32_t SmallestBase = 10000;
-constexpr std::int32_t LargestBase = 99999;
 constexpr double UsualWait = 10;
 
 constexpr std::string_view Reading = "Reading";
@@ -162,6 +161,7 @@ ScopeOptions ReadScope(const OptionReader& given) {
     ScopeOptions scope{.components = given.TextsOf("component"),
                        .procedures = given.TextsOf("procedure"),
                        .excluded = given.TextsOf("exclude"),
+                       .mustExclude = given.IsOnCommandLine("exclude"),
                        .at = given.Parsed("at", ParseCaretPlace)};
     Require(!scope.at || (scope.components.empty() && scope.procedures.empty()),
             "--at already says what to edit; it goes with neither --component nor --procedure");
@@ -335,15 +335,12 @@ NumberOptions ReadNumbers(const OptionReader& given) {
     }
     numbers.base = given.WholeNumber("base", numbers.base);
     numbers.step = given.WholeNumber("step", numbers.step);
-    Require(numbers.step != 0, given.LabelOf("step") + ": a step of 0 gives every line the same number");
-    if (given.Flag("exact")) {
-        return numbers;
-    }
-    Require(numbers.step >= 1, given.LabelOf("step") + ": the step must be 1 or more");
-    Require(numbers.base >= SmallestBase && numbers.base <= LargestBase,
-            given.LabelOf("base") +
-                ": numbers must have five digits, or they cannot be removed again; "
-                "give a base from 10000 to 99999");
+    const auto stepProblem = StepProblem(numbers.step);
+    const bool exact = given.Flag("exact");
+    Require(!stepProblem || (exact && numbers.step != 0),
+            given.LabelOf("step") + ": " + stepProblem.value_or(""));
+    const auto baseProblem = BaseProblem(numbers.base);
+    Require(!baseProblem || exact, given.LabelOf("base") + ": " + baseProblem.value_or(""));
     return numbers;
 }
 

@@ -5,11 +5,14 @@
 #include "workspace/read_file.h"
 #include "workspace/write_file.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <functional>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace lintara::cli {
 namespace {
@@ -128,6 +131,10 @@ std::optional<UndoRecord> Parsed(std::string_view bytes) {
     return reader.left() > 0 ? std::nullopt : std::optional(std::move(record));
 }
 
+bool IsNameOfRecord(std::string_view name) {
+    return name.size() == 16 && name.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
 fs::path RealPath(const fs::path& path) {
     std::error_code error;
     fs::path real = fs::weakly_canonical(path, error);
@@ -170,7 +177,25 @@ std::expected<void, std::string> UndoStore::Write(const fs::path& project, std::
         fs::remove(temporary, ignored);
         return complain(written ? "cannot be written: " + error.message() : written.error());
     }
+    ForgetOldest(target);
     return {};
+}
+
+void UndoStore::ForgetOldest(const fs::path& latest) const {
+    std::vector<std::pair<fs::file_time_type, fs::path>> others;
+    std::error_code error;
+    fs::directory_iterator entry(folder_, error);
+    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        const fs::path& path = entry->path();
+        if (IsNameOfRecord(path.filename().native()) && path != latest) {
+            others.emplace_back(entry->last_write_time(ignored), path);
+        }
+    }
+    std::ranges::sort(others, std::greater());
+    for (std::size_t i = mostUndoRecords - 1; i < others.size(); ++i) {
+        fs::remove(others[i].second, error);
+    }
 }
 
 std::expected<std::optional<UndoRecord>, std::string> UndoStore::Read(const fs::path& project) const {

@@ -1,9 +1,11 @@
 // What the last editing command on each project replaced, kept in a folder of the user's so that the command
-// can be undone. One file a project; a later command takes its place.
+// can be undone. One file a project; a later command takes its place. Records hold whole files, so only those
+// of the projects that were edited last are kept.
 #pragma once
 
 #include "workspace/journal.h"
 
+#include <cstddef>
 #include <expected>
 #include <filesystem>
 #include <optional>
@@ -32,13 +34,16 @@ struct ReplacedFile {
     workspace::ContentMark after;  // of what the command left in it
 };
 
+inline constexpr std::size_t mostUndoRecords = 20;
+
 // Errors are sentences for people that name the record's file.
 class UndoStore {
   public:
     // The folder is made when a record is written.
     explicit UndoStore(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
-    // `project` is a path as the command line names it.
+    // `project` is a path as the command line names it. When there are more records than `mostUndoRecords`
+    // then, the oldest ones go.
     [[nodiscard]] std::expected<void, std::string> Write(const std::filesystem::path& project,
                                                          std::string_view command,
                                                          std::span<const ReplacedFile> files) const;
@@ -49,6 +54,7 @@ class UndoStore {
 
   private:
     [[nodiscard]] std::filesystem::path RecordOf(const std::filesystem::path& project) const;
+    void ForgetOldest(const std::filesystem::path& latest) const;
 
     std::filesystem::path folder_;
 };

@@ -8,7 +8,7 @@ std::string Quoted(std::string_view text) {
     return "'" + WithReplaced(text, '\'', "'\\''") + "'";
 }
 
-// A text between brackets, or between colons, of an option's specification.
+// A text between brackets, or between colons, of an entry.
 std::string Plain(std::string_view text) {
     return Escaped(text, "\\[]:");
 }
@@ -33,42 +33,42 @@ std::string Action(const OptionInfo& option) {
 }
 
 // One line for each of the option's names, so that a value may follow with "=" or as a word of its own.
-std::string Specifications(const OptionInfo& option) {
+std::string EntriesOf(const OptionInfo& option) {
     const std::vector<std::string> names = NamesOf(option);
     std::string lines;
     for (const std::string& name : names) {
-        std::string spec = option.kind == OptionKind::Texts ? "*" : "(" + Joined(names, " ") + ")";
-        spec += name;
+        std::string entry = option.kind == OptionKind::Texts ? "*" : "(" + Joined(names, " ") + ")";
+        entry += name;
         if (option.kind != OptionKind::Flag) {
-            spec += name.starts_with("--") ? "=" : "";
+            entry += name.starts_with("--") ? "=" : "";
         }
-        spec += "[" + Plain(option.description) + "]";
+        entry += "[" + Plain(option.description) + "]";
         if (option.kind != OptionKind::Flag) {
-            spec += ":" + Plain(option.valueName) + ":" + Action(option);
+            entry += ":" + Plain(option.valueName) + ":" + Action(option);
         }
-        lines += " \\\n        " + Quoted(spec);
+        lines += " \\\n        " + Quoted(entry);
     }
     return lines;
 }
 
-std::string ArgumentSpecification(const ArgumentInfo& argument) {
-    std::string spec = argument.required ? ":" : "::";
-    spec += Plain(argument.name) + ":";
+std::string EntryOf(const ArgumentInfo& argument) {
+    std::string entry = argument.required ? ":" : "::";
+    entry += Plain(argument.name) + ":";
     if (!argument.values.empty()) {
-        spec += "(" + Joined(argument.values, " ") + ")";
+        entry += "(" + Joined(argument.values, " ") + ")";
     } else {
-        spec += IsPath(argument) ? "_files" : " ";
+        entry += IsPath(argument) ? "_files" : " ";
     }
-    return " \\\n        " + Quoted(spec);
+    return " \\\n        " + Quoted(entry);
 }
 
 std::string CommandFunction(const CommandInfo& command) {
     std::string text = FunctionName(command.name) + "() {\n    _arguments -s -S";
     for (const OptionInfo& option : AllOptionsOf(command)) {
-        text += Specifications(option);
+        text += EntriesOf(option);
     }
     for (const ArgumentInfo& argument : command.arguments) {
-        text += ArgumentSpecification(argument);
+        text += EntryOf(argument);
     }
     return text + "\n}\n\n";
 }

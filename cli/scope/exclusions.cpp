@@ -1,5 +1,7 @@
 #include "cli/scope/exclusions.h"
 
+#include "cli/output/terminal_text.h"
+#include "cli/scope/near_names.h"
 #include "cli/scope/wildcard.h"
 #include "workspace/characters.h"
 #include "workspace/encoding.h"
@@ -99,6 +101,31 @@ void LeaveOutProcedures(const Exclusions& exclusions, ScopedComponent& scope) {
     }
 }
 
+bool ExcludesAnything(const Exclusions& exclusions, const workspace::Project& project,
+                      const workspace::Component& component) {
+    return exclusions.Exclude(project.name(), component.name) ||
+           std::ranges::any_of(component.module->Procedures(), [&](const auto& procedure) {
+               return exclusions.Exclude(project.name(), component.name, procedure.name);
+           });
+}
+
+// The names that a pattern of as many parts may mean.
+std::vector<Text> NamesLike(std::string_view pattern, const workspace::Workspace& workspace) {
+    const bool namesProcedures = pattern.contains('.');
+    std::vector<Text> names;
+    for (const auto& project : workspace.projects()) {
+        for (const auto& component : project->components()) {
+            names.push_back(component->name);
+            if (namesProcedures) {
+                for (const auto& procedure : component->module->Procedures()) {
+                    names.push_back(component->name + u"." + procedure.name);
+                }
+            }
+        }
+    }
+    return names;
+}
+
 // What follows `word` and the blanks around it, when `text` begins with it; letter case does not matter.
 bool Skip(TextView& text, TextView word) {
     text = text.substr(workspace::SkipBlanks(text));
@@ -127,6 +154,25 @@ void LeaveOutExcluded(const workspace::Workspace& workspace, const std::vector<s
     for (ScopedComponent& component : scope) {
         LeaveOutProcedures(exclusions, component);
     }
+}
+
+std::vector<std::string> UnmatchedExclusions(const workspace::Workspace& workspace,
+                                             const ScopeOptions& options) {
+    std::vector<std::string> sentences;
+    for (const std::string& pattern : options.mustExclude ? options.excluded : std::vector<std::string>()) {
+        const Exclusions exclusions({pattern}, workspace.projects().size() > 1);
+        const bool matched = std::ranges::any_of(workspace.projects(), [&](const auto& project) {
+            return std::ranges::any_of(project->components(), [&](const auto& component) {
+                return ExcludesAnything(exclusions, *project, *component);
+            });
+        });
+        if (!matched) {
+            sentences.push_back("--exclude: '" + Printable(std::string_view(pattern)) +
+                                "' names no component and no Component.Procedure, so it leaves out nothing." +
+                                Suggestion(workspace::FromUtf8(pattern), NamesLike(pattern, workspace)));
+        }
+    }
+    return sentences;
 }
 
 }  // namespace lintara::cli

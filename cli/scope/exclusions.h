@@ -21,6 +21,11 @@ namespace lintara::cli {
 void LeaveOutExcluded(const workspace::Workspace& workspace, const std::vector<std::string>& patterns,
                       std::vector<ScopedComponent>& scope);
 
+// A sentence, with near names, for each pattern of `options` that must leave out something and names neither
+// a component nor a procedure of the workspace.
+[[nodiscard]] std::vector<std::string> UnmatchedExclusions(const workspace::Workspace& workspace,
+                                                           const ScopeOptions& options);
+
 // Whether the line is such a comment.
 [[nodiscard]] bool IsSkipComment(TextView line);
 

@@ -2,6 +2,7 @@
 
 #include "cli/output/terminal_text.h"
 #include "workspace/characters.h"
+#include "workspace/encoding.h"
 
 #include <algorithm>
 
@@ -74,6 +75,12 @@ std::string Suggestion(TextView wanted, std::span<const Text> names) {
         sentence += Printable(near[i]);
     }
     return sentence + "?";
+}
+
+std::string UnknownName(std::string_view option, std::string_view kind, const std::string& wanted,
+                        std::span<const Text> names) {
+    return std::string(option) + ": there is no " + std::string(kind) + " '" +
+           Printable(std::string_view(wanted)) + "'." + Suggestion(workspace::FromUtf8(wanted), names);
 }
 
 }  // namespace lintara::cli

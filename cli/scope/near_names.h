@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lintara::cli {
@@ -15,5 +16,9 @@ namespace lintara::cli {
 
 // "Did you mean A, B or C?" with a blank ahead; "" when nothing is near.
 [[nodiscard]] std::string Suggestion(TextView wanted, std::span<const Text> names);
+
+// "--component: there is no component 'Mian'." and the suggestion.
+[[nodiscard]] std::string UnknownName(std::string_view option, std::string_view kind,
+                                      const std::string& wanted, std::span<const Text> names);
 
 }  // namespace lintara::cli

@@ -49,12 +49,6 @@ Text QualifiedName(const Project& project, const Component& component) {
     return project.name() + u"." + component.name;
 }
 
-std::string NotFound(std::string_view option, std::string_view kind, const std::string& wanted,
-                     const std::vector<Text>& names) {
-    return std::string(option) + ": there is no " + std::string(kind) + " '" +
-           Printable(std::string_view(wanted)) + "'." + Suggestion(workspace::FromUtf8(wanted), names);
-}
-
 std::vector<Text> ComponentNames(const Workspace& workspace) {
     std::vector<Text> names;
     for (const auto& project : workspace.projects()) {
@@ -97,7 +91,7 @@ std::expected<std::vector<ScopedComponent>, std::string> SelectComponents(const 
     }
     if (const Pattern* unmatched = FirstUnmatched(patterns)) {
         return std::unexpected(
-            NotFound("--component", "component", unmatched->text, ComponentNames(workspace)));
+            UnknownName("--component", "component", unmatched->text, ComponentNames(workspace)));
     }
     return scope;
 }
@@ -111,7 +105,7 @@ std::expected<void, std::string> SelectProcedures(std::vector<ScopedComponent>& 
                       [&](const ProcedureGroup& group) { return !MatchAny(patterns, {group.name}); });
     }
     if (const Pattern* unmatched = FirstUnmatched(patterns)) {
-        return std::unexpected(NotFound("--procedure", "procedure", unmatched->text, all));
+        return std::unexpected(UnknownName("--procedure", "procedure", unmatched->text, all));
     }
     if (!patterns.empty()) {
         std::erase_if(scope, [](const ScopedComponent& component) { return component.groups.empty(); });
@@ -154,7 +148,7 @@ std::expected<ScopedComponent, std::string> FindCaretComponent(const Workspace& 
         }
     }
     if (found.empty()) {
-        return std::unexpected(NotFound("--at", "component", place.component, ComponentNames(workspace)));
+        return std::unexpected(UnknownName("--at", "component", place.component, ComponentNames(workspace)));
     }
     if (found.size() > 1 && found[0].project != found[1].project) {
         return std::unexpected("--at: several projects have a component '" + Printable(wanted) + "'; give " +

@@ -38,11 +38,6 @@ int StatusOf(pid_t child) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
 }
 
-// The settings of whoever runs the tests have no say.
-void ForgetTheUser() {
-    ::setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
-}
-
 [[noreturn]] void Become(const std::vector<std::string>& arguments) {
     std::vector<char*> words;
     words.push_back(const_cast<char*>(binary.c_str()));
@@ -70,7 +65,6 @@ Ended RunBinary(
         ::dup2(pipe[1], STDERR_FILENO);
         ::close(pipe[0]);
         ::close(pipe[1]);
-        ForgetTheUser();
         prepare();
         Become(arguments);
     }
@@ -86,7 +80,6 @@ Ended RunOnTerminal(const std::vector<std::string>& arguments, const char* varia
     int terminal = -1;
     const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
-        ForgetTheUser();
         ::unsetenv("NO_COLOR");
         ::setenv("TERM", "xterm", 1);
         if (variable != nullptr) {
@@ -116,6 +109,18 @@ TEST(Binary, KeepsTheUsersSettingsInTheirFolder) {
     EXPECT_EQ(RunBinary({"settings", "get", "LNBase"}, home).text, "30000\n");
     EXPECT_THAT(RunBinary({"insert", test.Path("Shop.vbp"), "--line-numbers", "--diff"}, home).text,
                 HasSubstr("30000:     count = 1"));
+}
+
+TEST(Binary, RemembersForUndoInTheUsersStateFolder) {
+    CommandTest test;
+    test.WriteShop();
+    const auto before = test.Files();
+    const auto state = [&] { ::setenv("XDG_STATE_HOME", test.Path("state").c_str(), 1); };
+    EXPECT_EQ(RunBinary({"insert", test.Path("Shop.vbp"), "--line-numbers"}, state).status, 0);
+    EXPECT_FALSE(std::filesystem::is_empty(test.Path("state")));
+    EXPECT_THAT(RunBinary({"undo", test.Path("Shop.vbp")}).text, StartsWith("Nothing to undo"));
+    EXPECT_THAT(RunBinary({"undo", test.Path("Shop.vbp")}, state).text, StartsWith("Undid"));
+    EXPECT_EQ(test.Files(), before);
 }
 
 TEST(Binary, GoesOnWithDefaultsWhenTheSettingsAreDamaged) {

@@ -24,6 +24,28 @@ TEST(SkipComment, IsToldByItsWords) {
     }
 }
 
+TEST(Exclusion, OfNothingIsTold) {
+    const CommandTest test;
+    test.WriteShop();
+    for (const std::string command : {"insert @Shop.vbp --check --line-numbers",
+                                      "check @Shop.vbp --line-numbers", "where @Shop.vbp --erl 10000"}) {
+        const Outcome outcome = test.Run(command + " --exclude Stok --exclude Stock.Siz --exclude Main");
+        EXPECT_THAT(outcome.err,
+                    HasSubstr("warning: --exclude: 'Stok' names no component and no "
+                              "Component.Procedure, so it leaves out nothing. Did you mean Stock?"));
+        EXPECT_THAT(outcome.err, HasSubstr("'Stock.Siz' names no component and no Component.Procedure, so it "
+                                           "leaves out nothing. Did you mean Stock.Size"));
+        EXPECT_THAT(outcome.err, Not(HasSubstr("'Main'")));
+    }
+}
+
+TEST(Exclusion, OfNothingInAProjectFileIsNoMistake) {
+    const CommandTest test;
+    test.WriteShop();
+    test.Write(".lintara.toml", "exclude = [\"Stok\"]\n");
+    EXPECT_THAT(test.Run("insert @Shop.vbp --check --line-numbers").err, Not(HasSubstr("Stok")));
+}
+
 struct ExcludeCase {
     const char* name;
     const char* options;
@@ -59,7 +81,9 @@ TEST_P(Exclude, LeavesOutWhatItNames) {
     EXPECT_THAT(outcome.out, GetParam().numbered == 0 ? HasSubstr("Nothing to change.")
                                                       : HasSubstr("Would number " + procedures));
     EXPECT_THAT(outcome.out, Not(HasSubstr("skipped")));
-    EXPECT_EQ(outcome.err, "");
+    // Patterns that leave out nothing are told; each row has such ones only, or none.
+    EXPECT_EQ(outcome.err.empty(), GetParam().numbered < 5) << outcome.err;
+    EXPECT_EQ(outcome.err.contains("leaves out nothing"), GetParam().numbered == 5) << outcome.err;
 }
 
 const ExcludeCase excludeCases[] = {

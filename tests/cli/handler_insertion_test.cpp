@@ -139,7 +139,7 @@ const SkipCase skipCases[] = {
      "marker-mismatch A", 2},
     {"MarkerThatContinuesAComment", "Sub A()\n    ' see _\n[marker]\n    x\nEnd Sub\n", "marker-mismatch A",
      3},
-    {"NameInItsOwnVisibility", "Public Sub b()\n    x\nEnd Sub\n", "range-mismatch b", 2},
+    {"NameInItsOwnVisibility", "Public Sub b()\n    x\nEnd Sub\n", "range-mismatch b", 1},
     {"NameBelowItsHeadersFirstLine", "Private Sub _\n  A()\n    x\nEnd Sub\n", "range-mismatch A", 3},
 };
 

@@ -121,6 +121,23 @@ TEST_F(Manners, KeepGoingCopiesWhatItCannotReadAsItIs) {
     EXPECT_THAT(test.Read("out/lib/Stock.bas"), HasSubstr("10000: "));
 }
 
+TEST_F(Manners, KeepGoingLeavesOutWhatIsMissing) {
+    std::filesystem::remove(test.Path("Main.bas"));
+    EXPECT_EQ(test.Run("insert @Shop.vbp --line-numbers --output @out").status, 3);
+    const Outcome went = test.Run("insert @Shop.vbp --line-numbers --keep-going --output @out");
+    EXPECT_EQ(went.status, 3);
+    EXPECT_THAT(went.err, HasSubstr("error: the component \"Main.bas\" is missing"));
+    EXPECT_FALSE(test.Files().contains("out/Main.bas"));
+    EXPECT_THAT(test.Read("out/lib/Stock.bas"), HasSubstr("10000: "));
+}
+
+TEST_F(Manners, KeepGoingWithSkipMissingWarnsOfWhatIsMissing) {
+    std::filesystem::remove(test.Path("Main.bas"));
+    const Outcome went = test.Run("insert @Shop.vbp --line-numbers --keep-going --skip-missing");
+    EXPECT_EQ(went.status, 0);
+    EXPECT_THAT(went.err, HasSubstr("warning: the component \"Main.bas\" is missing"));
+}
+
 TEST_F(Manners, KeepGoingWithoutProblemsIsDone) {
     const Outcome went = test.Run("insert @Shop.vbp --line-numbers --keep-going");
     EXPECT_EQ(went.status, 0);

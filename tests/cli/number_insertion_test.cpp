@@ -359,6 +359,19 @@ TEST(InsertionGuards, RenumberReplacesNumbersByNewOnes) {
     EXPECT_THAT(EditedIn(module.Insert({.renumber = true})), IsEmpty());
 }
 
+TEST(InsertionGuards, LeaveNumbersThatInsertionWouldWriteNow) {
+    const std::string code =
+        "Sub A()\n    x = 1 _\n      + 2\n    #If B Then\n    y\n    #End If\nlast:\nEnd Sub\n";
+    EditedModule module(code);
+    ASSERT_THAT(EditedIn(module.Insert()), ElementsAre("A"));
+    EditedModule again = EditedModule::FromFile(module.Bytes());
+    const ComponentReport report = again.Insert();
+    EXPECT_THAT(EditedIn(report), IsEmpty());
+    EXPECT_THAT(SkippedIn(report), IsEmpty());
+    EXPECT_THAT(SkippedIn(again.Insert({.base = 20000})), ElementsAre("already-numbered A"));
+    EXPECT_EQ(again.Bytes(), again.OriginalBytes());
+}
+
 TEST(InsertionGuards, RenumberKeepsTheGuardsOfRemoval) {
     const std::pair<const char*, const char*> cases[] = {
         {"Sub A()\n10: x = 1\nEnd Sub\n", "number-width A"},

@@ -54,6 +54,36 @@ TEST(Options, OfInsertHaveTheUsualNumbers) {
     EXPECT_EQ(options.common.edit.waitSeconds, 10);
 }
 
+TEST(Options, ThatAreFlagsAreTrueOrFalse) {
+    EXPECT_TRUE(Parsed("insert a.vbp --line-numbers=true").work.lineNumbers);
+    EXPECT_FALSE(Parsed("insert a.vbp --line-numbers --error-handlers=false").work.errorHandlers);
+    for (const std::string value : {"maybe", "1", "yes", "True"}) {
+        const auto given = Parse("insert a.vbp --error-handlers=" + value);
+        ASSERT_FALSE(given) << value;
+        EXPECT_EQ(given.error().status, ExitStatus::Usage);
+        EXPECT_THAT(given.error().err,
+                    HasSubstr("--error-handlers: '" + value + "' is neither true nor false"));
+    }
+}
+
+TEST(Options, ThatACommandDoesNotHaveAreNamedWithNearOnes) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"insert a.vbp --eror-handlers",
+         "there is no option '--eror-handlers'. Did you mean --error-handlers?"},
+        {"insert a.vbp --line-numbers --bsae=5", "there is no option '--bsae'. Did you mean --base"},
+        {"insert a.vbp --stepp 10 --line-numbers", "there is no option '--stepp'. Did you mean --step"},
+        {"settings list --jsn", "lintara settings list: there is no option '--jsn'. Did you mean --json?"},
+        {"insert a.vbp --quux-of-nothing", "there is no option '--quux-of-nothing'.\n"},
+        {"insert a.vbp -Z", "there is no option '-Z'.\n"},
+    };
+    for (const auto& [line, complaint] : cases) {
+        const auto given = Parse(line);
+        ASSERT_FALSE(given) << line;
+        EXPECT_EQ(given.error().status, ExitStatus::Usage);
+        EXPECT_THAT(given.error().err, HasSubstr(complaint));
+    }
+}
+
 TEST(Options, AreTakenInAnyOrder) {
     const Options options = Parsed("insert --base 20000 --line-numbers --step=+7 a.vbp --strict -q --json");
     EXPECT_EQ(options.numbers.base, 20000);

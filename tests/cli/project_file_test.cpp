@@ -174,6 +174,13 @@ TEST_F(ProjectFileTest, ComplainsOfWhatNoCommandTakes) {
          "DIR/.lintara.toml:2: below [custom] there are only tables of commands, such as [custom.insert]"},
         {"[custom.remove]\nexclude = 'A'",
          "DIR/.lintara.toml:1: below [custom] there are only tables of commands, such as [custom.insert]"},
+        {"[[insert]]\nbase = 1",
+         "DIR/.lintara.toml:1: [[insert]] begins a list of tables; write [insert], and that once"},
+        {"base = 1\n[[custom.insert]]\nexact = true",
+         "DIR/.lintara.toml:2: [[custom.insert]] begins a list of tables; write [custom.insert], and that "
+         "once"},
+        {"[[template]]\nx = 1",
+         "DIR/.lintara.toml:1: [[template]] begins a list of tables; write [template], and that once"},
         {"base = 1\nbase = 2", "DIR/.lintara.toml:2: this is no TOML that can be read: "},
         {"base = 'x\n", "DIR/.lintara.toml:1: this is no TOML that can be read: "},
         {"a b c", "DIR/.lintara.toml:1: this is no TOML that can be read: "},
@@ -189,6 +196,13 @@ std::string Repeated(std::string_view text, int times) {
         all += text;
     }
     return all;
+}
+
+TEST_F(ProjectFileTest, SpeaksOfDepthInItsOwnWords) {
+    EXPECT_THAT(
+        Complaint("exclude = " + Repeated("[", 400)),
+        testing::StartsWith("DIR/.lintara.toml:1: this is no TOML that can be read: lists and tables stand "
+                            "too deep in one another"));
 }
 
 TEST_F(ProjectFileTest, SurvivesHostileFiles) {

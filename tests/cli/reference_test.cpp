@@ -106,7 +106,7 @@ TEST_F(BashTest, CompletesCommandsAndThoseOfFamilies) {
     EXPECT_THAT(Odd({"lintara", "m"}), ElementsAre("make"));
     EXPECT_THAT(Odd({"lintara", "tool", ""}), ElementsAre("get", "--help"));
     EXPECT_THAT(Ours({"lintara", "ins"}), ElementsAre("insert"));
-    EXPECT_THAT(Ours({"lintara", "settings", ""}), ElementsAre("list", "get", "set", "--help"));
+    EXPECT_THAT(Ours({"lintara", "settings", ""}), ElementsAre("list", "get", "set", "reset", "--help"));
 }
 
 TEST_F(BashTest, CompletesOptions) {

@@ -19,9 +19,10 @@ namespace {
 std::vector<bool> LinesNumberedBefore(const EditedModule& module, const ComponentReport& inserted) {
     std::vector<bool> lines(static_cast<std::size_t>(module.module().CountOfLines()) + 1);
     for (const ProcedureGroup& group : GroupProcedures(module.module().Procedures())) {
-        const bool numbered = std::ranges::any_of(inserted.skipped, [&](const SkippedProcedure& skipped) {
-            return skipped.reason == SkipReason::AlreadyNumbered && skipped.name == group.name;
-        });
+        const auto isGroup = [&](const auto& told) { return told.name == group.name; };
+        const auto skip = std::ranges::find_if(inserted.skipped, isGroup);
+        const bool numbered = skip != inserted.skipped.end() ? skip->reason == SkipReason::AlreadyNumbered
+                                                             : std::ranges::none_of(inserted.edited, isGroup);
         for (const workspace::ProcedureInfo& procedure : group.reached) {
             for (Line line = procedure.header; numbered && line <= procedure.closing; ++line) {
                 lines[static_cast<std::size_t>(line.value())] = true;
@@ -197,7 +198,7 @@ TEST(RoundTrip, OfMosaicsLosesNothing) {
         ASSERT_EQ(FirstLoss(MosaicModule(seed), {.base = 10000, .step = step}, edited), "")
             << MosaicModule(seed);
     }
-    EXPECT_GT(edited, 5000U) << "the modules give the insertion nothing to do";
+    EXPECT_GT(edited, 4000U) << "the modules give the insertion nothing to do";
 }
 
 TEST(RoundTrip, OfMosaicsLosesNothingWithNumbersByModule) {
@@ -206,7 +207,7 @@ TEST(RoundTrip, OfMosaicsLosesNothingWithNumbersByModule) {
         ASSERT_EQ(FirstLoss(MosaicModule(seed), {.numbering = Numbering::Module}, edited), "")
             << MosaicModule(seed);
     }
-    EXPECT_GT(edited, 5000U) << "the modules give the insertion nothing to do";
+    EXPECT_GT(edited, 4000U) << "the modules give the insertion nothing to do";
 }
 
 TEST(RoundTrip, OfUsualModulesLosesNothingAndSkipsNothing) {

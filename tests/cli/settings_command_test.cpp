@@ -124,10 +124,10 @@ TEST_F(SettingsCommandTest, StoresExactly) {
     const std::string code = "  Debug.Print \"\u00e9\U0001F600\"  \r\n\r\n\t";
     ASSERT_EQ(Set("EHCode", code), ExitStatus::Done);
     EXPECT_EQ(Stored(u"EHCode"), FromUtf8(code));
-    ASSERT_EQ(Set("EHCode", ""), ExitStatus::Done);
-    EXPECT_EQ(Stored(u"EHCode"), u"");
-    ASSERT_EQ(Set("LNBase", "-2147483648"), ExitStatus::Done);
-    EXPECT_EQ(Stored(u"LNBase"), u"-2147483648");
+    ASSERT_EQ(Set("LastCustomCode", ""), ExitStatus::Done);
+    EXPECT_EQ(Stored(u"LastCustomCode"), u"");
+    ASSERT_EQ(Set("LNBase", "+20000"), ExitStatus::Done);
+    EXPECT_EQ(Stored(u"LNBase"), u"+20000");
     EXPECT_EQ(out_ + err_, "");
 }
 
@@ -149,6 +149,16 @@ TEST_F(SettingsCommandTest, RefusesWhatTheSettingHasNoUseFor) {
         {"EHLabel", "", "EHLabel: the label is empty"},
         {"EHLabel", " \t", "EHLabel: the label is empty"},
         {"EHLabel", "a\r\nb", "EHLabel: the label is more than one line"},
+        {"LNBase", "5",
+         "LNBase: numbers must have five digits, or they cannot be removed again; give a base from 10000 to "
+         "99999"},
+        {"LNStep", "0", "LNStep: a step of 0 gives every line the same number"},
+        {"LNStep", "-5", "LNStep: the step must be 1 or more"},
+        {"EHLabel", "bad label",
+         "EHLabel: 'bad label' is no label: only letters, digits and underscores may stand in it"},
+        {"EHLabel", "Exit", "EHLabel: 'Exit' is no label: it is a word of the language"},
+        {"EHCode", "", "EHCode: the template is empty"},
+        {"EHCode", "a\nb", "EHCode: a line of the template ends in a lone CR or LF"},
         {"EHCode", "caf\xE9", "EHCode: the value is not in UTF-8"},
     };
     for (const Case& c : cases) {
@@ -156,6 +166,27 @@ TEST_F(SettingsCommandTest, RefusesWhatTheSettingHasNoUseFor) {
         EXPECT_EQ(err_, "lintara: error: " + c.message + "\n");
         EXPECT_EQ(Stored(FromUtf8(c.key)), std::nullopt) << c.message;
     }
+}
+
+TEST_F(SettingsCommandTest, RefusesATemplateThatWouldCloseTheProcedure) {
+    EXPECT_EQ(Set("EHCode", "Debug.Print\r\nEnd Sub"), ExitStatus::Usage);
+    EXPECT_THAT(err_, StartsWith("lintara: error: EHCode: "));
+}
+
+TEST_F(SettingsCommandTest, AcceptsTheDefaultOfEverySetting) {
+    for (const SettingInfo& setting : SettingsTable()) {
+        EXPECT_EQ(Set(ToUtf8(setting.key), ToUtf8(setting.absent)), ExitStatus::Done) << err_;
+    }
+}
+
+TEST_F(SettingsCommandTest, ResetsToTheDefault) {
+    ASSERT_EQ(Set("EHLabel", "Oops"), ExitStatus::Done);
+    EXPECT_EQ(Run({.action = Action::Reset, .key = "ehlabel"}, store_), ExitStatus::Done);
+    EXPECT_EQ(Stored(u"EHLabel"), u"hErr");
+    EXPECT_EQ(Run({.action = Action::Reset, .key = "LNStep"}, store_), ExitStatus::Done);
+    EXPECT_EQ(Stored(u"LNStep"), std::nullopt) << "nothing was stored";
+    EXPECT_EQ(Run({.action = Action::Reset, .key = "LNStpe"}, store_), ExitStatus::Usage);
+    EXPECT_EQ(out_, "");
 }
 
 class DeniedStore final : public SettingsStore {

@@ -146,6 +146,27 @@ TEST(UndoRecords, ComeBackWithAnyBytes) {
     EXPECT_FALSE(store.Read("p")->has_value());
 }
 
+TEST(UndoRecords, AreKeptOfTheProjectsEditedLast) {
+    const support::TemporaryFolder folder;
+    folder.Write("notes.txt", "no record");
+    const UndoStore store(folder.path());
+    const auto now = std::filesystem::file_time_type::clock::now();
+    for (int i = 0; i < 25; ++i) {
+        // Each a minute later than the one before it.
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+            const auto written = i == 0 ? now : entry.last_write_time();
+            std::filesystem::last_write_time(entry.path(), written - std::chrono::minutes(1));
+        }
+        ASSERT_TRUE(store.Write("/p" + std::to_string(i), "insert", {}));
+    }
+    for (int i = 0; i < 25; ++i) {
+        const auto record = store.Read("/p" + std::to_string(i));
+        ASSERT_TRUE(record) << i;
+        EXPECT_EQ(record->has_value(), i >= 5) << i;
+    }
+    EXPECT_EQ(folder.Files().size(), mostUndoRecords + 1);
+}
+
 TEST(UndoRecords, CutOffAnywhereAreDamaged) {
     const support::TemporaryFolder folder;
     const UndoStore store(folder.path());

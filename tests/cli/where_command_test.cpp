@@ -98,6 +98,40 @@ TEST(NumberMap, TakesThePlaceOfAnOlderOne) {
     EXPECT_EQ(MapIn(test)["base"], 30000);
 }
 
+// Each row: what is run into the folder of an earlier numbered copy.
+class StaleNumberMap : public testing::TestWithParam<std::string> {};
+
+TEST_P(StaleNumberMap, DoesNotStayBesideAnotherCopy) {
+    CommandTest test;
+    test.WriteShop();
+    ASSERT_EQ(test.Run("insert @Shop.vbp --line-numbers -o @out").status, 0);
+    (void)test.Run(GetParam());
+    EXPECT_FALSE(test.Files().contains("out/lintara-map.json"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Commands, StaleNumberMap,
+    testing::Values("insert @Shop.vbp --error-handlers -o @out", "remove @Shop.vbp --line-numbers -o @out",
+                    "replace @Shop.vbp --component Main --find count --replace n -o @out",
+                    "insert @Shop.vbp --line-numbers --component None -o @out",
+                    "insert @None.vbp --line-numbers -o @out"));
+
+TEST(NumberMap, StaysWhenTheCommandLineIsWrong) {
+    CommandTest test;
+    test.WriteShop();
+    ASSERT_EQ(test.Run("insert @Shop.vbp --line-numbers -o @out").status, 0);
+    EXPECT_EQ(test.Run("remove @Shop.vbp --line-numbers -o @out --diff").status, 2);
+    EXPECT_TRUE(test.Files().contains("out/lintara-map.json"));
+}
+
+TEST(NumberMap, OfAnotherProgramStaysBesideACopy) {
+    CommandTest test;
+    test.WriteShop();
+    test.Write("out/lintara-map.json", "{\"version\": 3}");
+    ASSERT_EQ(test.Run("insert @Shop.vbp --error-handlers -o @out").status, 0);
+    EXPECT_EQ(test.Read("out/lintara-map.json"), "{\"version\": 3}");
+}
+
 TEST(NumberMap, DoesNotReplaceAFileOfTheProject) {
     CommandTest test;
     test.WriteShop();
@@ -293,6 +327,66 @@ TEST_F(WhereMap, ThatIsDamagedOrOfAnotherKindIsAnError) {
     }
     test.Write("out/lintara-map.json", R"({"version": 2})");
     EXPECT_THAT(Where("--erl 10000").err, HasSubstr("is a map of another version"));
+}
+
+// Each row: something in the map that is replaced by what no map has.
+class WhereHostileMap : public WhereMap,
+                        public testing::WithParamInterface<std::pair<const char*, const char*>> {};
+
+TEST_P(WhereHostileMap, IsRefused) {
+    const auto& [sought, replacement] = GetParam();
+    ASSERT_THAT(test.Read("out/lintara-map.json"), HasSubstr(sought));
+    Change("out/lintara-map.json", sought, replacement);
+    const Outcome outcome = Where("--erl 10000");
+    EXPECT_EQ(outcome.status, 3) << outcome.out;
+    EXPECT_THAT(outcome.err, HasSubstr("lintara-map.json: error: is no map of line numbers, or is damaged"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, WhereHostileMap,
+    testing::Values(std::pair{"[10000,5,6]", "[10000,0,6]"}, std::pair{"[10000,5,6]", "[10000,5,-6]"},
+                    std::pair{"[10000,5,6]", "[10000,4294967301,6]"},
+                    std::pair{"[10000,5,6]", "[10000,5,18446744073709551615]"},
+                    std::pair{"[10000,5,6]", "[10000,5.5,6]"}, std::pair{"[10000,5,6]", "[-1,5,6]"},
+                    std::pair{"[10000,5,6]", "[10000000000,5,6]"}, std::pair{"[10000,5,6]", "[10000,3,6]"},
+                    std::pair{"\"line\": 4", "\"line\": 0"}, std::pair{"\"fileLine\": 5", "\"fileLine\": 0"},
+                    std::pair{"\"base\": 10000", "\"base\": 2147483648"},
+                    std::pair{"\"kind\": \"Sub\"", "\"kind\": \"Sub\\u001b\""},
+                    std::pair{"\"checksum\": \"", "\"checksum\": \"x"},
+                    std::pair{"lib/Stock.bas", "/etc/passwd"}, std::pair{"lib/Stock.bas", "lib/../../x"},
+                    std::pair{"lib/Stock.bas", ".."}, std::pair{"lib/Stock.bas", ""}));
+
+TEST_F(WhereMap, MayNameFilesBesideTheProjectsFolder) {
+    Change("out/lintara-map.json", "lib/Stock.bas", "../common/Gone.bas");
+    Change("out/lintara-map.json", "\"Stock\"", "\"Gone\"");
+    EXPECT_EQ(Where("--component Gone --kind get --erl 10000").out, "DIR/../common/Gone.bas:3: Gone.Size\n");
+}
+
+TEST_F(WhereMap, NeverSendsPeopleBelowTheLastLine) {
+    Change("out/lintara-map.json", "[10000,5,6]", "[10000,2147483647,2147483647]");
+    const Outcome outcome = Where("--procedure Main --erl 10000");
+    EXPECT_THAT(outcome.err, HasSubstr("Sub Main in Main changed since the map was made"));
+}
+
+TEST_F(WhereMap, OfAnotherProjectIsAnError) {
+    Change("Shop.vbp", "Name=\"Shop\"", "Name=\"Store\"");
+    const Outcome outcome = Where("--erl 10000");
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_THAT(outcome.err, HasSubstr("lintara-map.json: error: is the map of another project: Shop"));
+}
+
+TEST(WhereMapOfAGroup, SpeaksOfTheOpenProjectsAlone) {
+    CommandTest test;
+    test.WriteShop();
+    test.Write("other/Other.vbp", "Type=Exe\r\nModule=Far; Far.bas\r\nName=\"Other\"\r\n");
+    test.Write("other/Far.bas", "Attribute VB_Name = \"Far\"\r\nSub Go()\r\n    x\r\nEnd Sub\r\n");
+    test.Write("All.vbg", "VBGROUP 5.0\r\nStartupProject=Shop.vbp\r\nProject=other\\Other.vbp\r\n");
+    ASSERT_EQ(test.Run("insert @All.vbg --line-numbers -o @out").status, 0);
+    const Outcome one = test.Run("where @Shop.vbp --map @out/lintara-map.json --erl 10000");
+    EXPECT_THAT(one.out, AllOf(HasSubstr("Main.Main"), Not(HasSubstr("Far"))));
+    EXPECT_EQ(one.err, "");
+    EXPECT_THAT(test.Run("where @All.vbg --map @out/lintara-map.json --erl 10000").out,
+                HasSubstr("DIR/other/Far.bas:3: Far.Go: x"));
 }
 
 // Whatever a build has numbered, map and sources answer alike, and name the line that carries the number.

@@ -194,6 +194,19 @@ TEST_F(OpenTest, EveryMissingFileIsNamed) {
     EXPECT_EQ(Components(), Expected{"p: c 1 c.bas"});
 }
 
+TEST_F(OpenTest, MissingFilesCountAsUnreadableWhereThoseAreLeftOut) {
+    folder_.Write("g.vbg", "StartupProject=p.vbp\nProject=no.vbp\n");
+    folder_.Write("p.vbp", "Module=a; a.bas\nModule=b; b.bas\n");
+    folder_.Write("b.bas", "Dim a\n");
+    std::vector<std::string> left;
+    options_.unreadable = [&](const Diagnostic& problem) { left.push_back(problem.ToString()); };
+    EXPECT_EQ(Opened("g.vbg"), "");
+    ASSERT_EQ(left.size(), 2U);
+    EXPECT_TRUE(left[0].contains("p.vbp:1: the component \"a.bas\" is missing")) << left[0];
+    EXPECT_TRUE(left[1].contains("g.vbg:2: the project \"no.vbp\" is missing")) << left[1];
+    EXPECT_EQ(Components(), Expected{"p: b 1 b.bas"});
+}
+
 TEST_F(OpenTest, AFileNamedTwiceIsAnErrorWithBothLines) {
     folder_.Write("p.vbp", "Module=a; a.bas\nModule=b; b.bas\nModule=c; A.BAS\n");
     folder_.Write("a.bas", "Dim a\n");

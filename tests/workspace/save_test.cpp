@@ -202,9 +202,26 @@ TEST(Save, RefusesCharactersThatAFileCannotHold) {
     project.Open();
     project.EditAll();
     ASSERT_TRUE(project.module(1).ReplaceLine(Line{3}, u"Dim c ' \u4E2D").has_value());
-    ExpectRefusal(project,
-                  "b.bas:4: the character U+4E2D (\xE4\xB8\xAD) in column 9 cannot be written in the file's "
-                  "code page windows-1252");
+    ExpectRefusal(
+        project,
+        "b.bas:3: the character U+4E2D (\xE4\xB8\xAD) in column 9 of the line cannot be written in the "
+        "file's code page windows-1252");
+}
+
+TEST(Save, TellsWhereALineWithSuchACharacterWouldBeInserted) {
+    SavedProject ahead(twoModules, "p.vbp");
+    ahead.folder.Write("b.bas", "Attribute VB_Name = \"b\"\r\nDim b\r\nDim c\r\n");
+    ahead.Open();
+    ASSERT_TRUE(ahead.module(1).InsertLines(Line{1}, u"'one\r\n'two").has_value());
+    ASSERT_TRUE(ahead.module(1).InsertLines(Line{4}, u"'\u4E2D").has_value());
+    ExpectRefusal(ahead,
+                  "b.bas:3: the character U+4E2D (\xE4\xB8\xAD) in column 2 of a line that would be inserted "
+                  "ahead of line 3 cannot be written");
+    ahead.Open();
+    ASSERT_TRUE(ahead.module(1).InsertLines(Line{3}, u"'\u4E2D").has_value());
+    ExpectRefusal(ahead,
+                  "b.bas:3: the character U+4E2D (\xE4\xB8\xAD) in column 2 of a line that would be inserted "
+                  "after line 3 cannot be written");
 }
 
 TEST(Save, RefusesFilesThatChangedOnDisk) {
