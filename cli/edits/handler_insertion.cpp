@@ -1,6 +1,8 @@
 #include "cli/edits/handler_insertion.h"
 
 #include "cli/guards/range_guard.h"
+#include "cli/output/terminal_text.h"
+#include "workspace/characters.h"
 
 #include <algorithm>
 
@@ -89,12 +91,29 @@ std::optional<Skip> HandlerInsertion::CheckBodies(const EditTarget& target) cons
     return std::nullopt;
 }
 
+// Removal takes one label for all procedures of a property.
+std::optional<Skip> HandlerInsertion::CheckSameLabel(const EditTarget& target,
+                                                     const ProcedureText::Part& part,
+                                                     const HandlerBlock& block) const {
+    if (block.label.empty() || workspace::SameName(block.label, wanted_.label)) {
+        return std::nullopt;
+    }
+    const Line line = part.body.begin + static_cast<std::int32_t>(block.begin);
+    const std::string label = Printable(block.label);
+    return Skip{SkipReason::LabelMismatch, line,
+                "the handler at " + target.Place(line) + " has the label " + label +
+                    ", and all handlers of a property need one label; give --label " + label +
+                    ", or replace that handler with --refresh"};
+}
+
 std::optional<Skip> HandlerInsertion::CheckOthers(const EditTarget& target,
                                                   const ProcedureGroup& group) const {
     auto skip = writer_.CheckCode(group);
     for (std::size_t i = 0; !skip && i < blocks_.size(); ++i) {
-        if (!blocks_[i]) {
-            const ProcedureText::Part& part = text_.parts()[i];
+        const ProcedureText::Part& part = text_.parts()[i];
+        if (blocks_[i]) {
+            skip = CheckSameLabel(target, part, *blocks_[i]);
+        } else {
             skip = writer_.CheckLabels(target, part, text_.body(part));
         }
     }

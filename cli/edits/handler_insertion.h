@@ -53,6 +53,9 @@ class HandlerInsertion : public ProcedureEdit {
     [[nodiscard]] bool IsOutOfDate() const;
     [[nodiscard]] std::optional<Skip> CheckBodies(const EditTarget& target) const;
     // What speaks against handlers in the procedures that have none.
+    [[nodiscard]] std::optional<Skip> CheckSameLabel(const EditTarget& target,
+                                                     const ProcedureText::Part& part,
+                                                     const HandlerBlock& block) const;
     [[nodiscard]] std::optional<Skip> CheckOthers(const EditTarget& target,
                                                   const ProcedureGroup& group) const;
 

@@ -122,6 +122,11 @@ TEST_P(HandlerInsertionSkips, TheProcedureAndLeavesItAsItWas) {
 
 const SkipCase skipCases[] = {
     {"RangeMismatch", "Sub A()\n    x\nEnd Sub ' done\n", "range-mismatch A", 2},
+    {"AnotherLabelInThePropertyAlready",
+     "Property Get B()\n    B = 1\nEnd Property\nProperty Let B(v)\n    On Error GoTo Old\n    y = 1\n"
+     "' TWErrorHandler begin - please do not modify or remove this line\nExit Property\nOld:\n    Log 1\n"
+     "End Property\n",
+     "label-mismatch B", 7},
     {"EmptyBody", "Sub A()\nEnd Sub\n", "empty-body A", 1},
     {"OneLine", "Sub A(): End Sub\n", "empty-body A", 1},
     {"OneEmptyBodyOfAProperty",
