@@ -32,7 +32,7 @@ bool DescriptorSink::DoWrite(std::string_view bytes) {
 
 std::expected<std::string, std::string> DescriptorSource::ReadAll() {
     std::string bytes;
-    std::array<char, 64 * 1024> block;
+    std::array<char, 64 * 1024> block{};
     for (;;) {
         const ssize_t count = ::read(descriptor_, block.data(), block.size());
         if (count == 0) {

@@ -26,14 +26,14 @@ int main(int argc, char** argv) {
         std::cerr << "usage: " << argv[0] << " FOLDER\n";
         return EXIT_FAILURE;
     }
-    using namespace lintara::cli::reference;
+    namespace reference = lintara::cli::reference;
     const std::filesystem::path folder = argv[1];
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    const Program program = ThisProgram();
-    const bool written = Write(folder / "lintara", BashCompletion(program)) &&
-                         Write(folder / "_lintara", ZshCompletion(program)) &&
-                         Write(folder / "lintara.fish", FishCompletion(program)) &&
-                         Write(folder / "lintara.1", ManualPage(program));
+    const reference::Program program = reference::ThisProgram();
+    const bool written = Write(folder / "lintara", reference::BashCompletion(program)) &&
+                         Write(folder / "_lintara", reference::ZshCompletion(program)) &&
+                         Write(folder / "lintara.fish", reference::FishCompletion(program)) &&
+                         Write(folder / "lintara.1", reference::ManualPage(program));
     return written ? EXIT_SUCCESS : EXIT_FAILURE;
 }
