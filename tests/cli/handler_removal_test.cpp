@@ -1,6 +1,7 @@
 // What the removal of error handlers takes out of procedures, and what keeps it from harming them.
 #include "tests/cli/command_run.h"
 #include "tests/cli/handler_edits.h"
+#include "tests/cli/skip_case.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -73,27 +74,12 @@ const RemovalCase removalCases[] = {
 INSTANTIATE_TEST_SUITE_P(Cases, HandlerRemoved, testing::ValuesIn(removalCases),
                          [](const auto& test) { return std::string(test.param.name); });
 
-struct SkipCase {
-    const char* name;
-    const char* code;
-    const char* skipped;
-    int line;
-};
-
-void PrintTo(const SkipCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
 class HandlerRemovalSkips : public testing::TestWithParam<SkipCase> {};
 
 TEST_P(HandlerRemovalSkips, TheProcedureAndLeavesItAsItWas) {
     EditedModule module = EditedModule::FromFile(Replaced(WithBlocks(GetParam().code), "\n", "\r\n"));
     const ComponentReport report = RemoveHandlers(module);
-    EXPECT_THAT(EditedIn(report), IsEmpty());
-    EXPECT_THAT(SkippedIn(report), ElementsAre(GetParam().skipped));
-    ASSERT_FALSE(report.skipped.empty());
-    EXPECT_EQ(report.skipped[0].at, Line(GetParam().line)) << report.skipped[0].message;
-    EXPECT_EQ(module.Bytes(), module.OriginalBytes());
+    ExpectSkipped(GetParam(), report, module);
 }
 
 const SkipCase skipCases[] = {

@@ -1,5 +1,6 @@
 // What removal takes out of procedures, and what it leaves alone.
 #include "tests/cli/edited_module.h"
+#include "tests/cli/skip_case.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -55,27 +56,12 @@ const RemovalCase removalCases[] = {
 INSTANTIATE_TEST_SUITE_P(Cases, Removal, testing::ValuesIn(removalCases),
                          [](const auto& test) { return std::string(test.param.name); });
 
-struct SkipCase {
-    const char* name;
-    const char* code;
-    const char* skipped;
-    int line;
-};
-
-void PrintTo(const SkipCase& c, std::ostream* out) {
-    *out << c.name;
-}
-
 class RemovalSkips : public testing::TestWithParam<SkipCase> {};
 
 TEST_P(RemovalSkips, TheProcedureAndLeavesItAsItWas) {
     EditedModule module(GetParam().code);
     const ComponentReport report = module.Remove();
-    EXPECT_THAT(EditedIn(report), IsEmpty());
-    EXPECT_THAT(SkippedIn(report), ElementsAre(GetParam().skipped));
-    ASSERT_FALSE(report.skipped.empty());
-    EXPECT_EQ(report.skipped[0].at, Line(GetParam().line)) << report.skipped[0].message;
-    EXPECT_EQ(module.Bytes(), module.OriginalBytes());
+    ExpectSkipped(GetParam(), report, module);
 }
 
 const SkipCase skipCases[] = {
