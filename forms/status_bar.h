@@ -1,0 +1,21 @@
+// The bar at the lower edge of a form, with one text.
+#pragma once
+
+#include "forms/control.h"
+
+namespace lintara::forms {
+
+class StatusBar final : public Control {
+  public:
+    using Control::Control;
+
+    void Accept(ControlVisitor& visitor) override;
+
+    [[nodiscard]] const Text& SimpleText() const { return text_; }
+    void SetSimpleText(TextView text);
+
+  private:
+    Text text_;
+};
+
+}  // namespace lintara::forms
