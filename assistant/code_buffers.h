@@ -1,5 +1,4 @@
-// The copy-and-paste buffers, and how the numbered ones are kept in the code database: one row per buffer in
-// the table `CPBuffers`, found through its index.
+// The copy-and-paste buffers, and which of them are kept in the code database.
 #pragma once
 
 #include "base/result.h"
@@ -26,7 +25,8 @@ class CodeBuffers {
 
     // Takes over the stored buffers. Those without a row, and all when the engine fails, keep their values.
     void Load(hostmodel::Database& database);
-    // Stores them, empty ones too. A row that the engine refuses is skipped.
+    // Stores them, empty ones too. A row that the engine refuses is skipped; an engine that stores all rows
+    // or none then stores none.
     void Save(hostmodel::Database& database) const;
 
   private:

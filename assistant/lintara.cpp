@@ -1,6 +1,8 @@
 #include "assistant/lintara.h"
 
 #include "assistant/calling_frame.h"
+#include "assistant/code_database.h"
+#include "assistant/show_history.h"
 #include "base/statement.h"
 #include "transform/custom_code.h"
 #include "transform/error_handler_insertion.h"
@@ -119,6 +121,7 @@ Text Lintara::GetMemberTypeEx(TextView sComponentName, TextView sMemberName) noe
 void Lintara::InitCodeAutomation() noexcept {
     Perform([&] {
         const Hourglass hourglass(platform_.screen.get());
+        WithGlobals(oG, [&](auto& globals) { assistant::OpenCodeDatabase(globals, platform_); });
         WithCodeDatabase(oG, [&](auto& database) { buffers_.Load(database); });
     });
 }
@@ -229,6 +232,8 @@ std::int32_t Lintara::GetLineNumber() noexcept {
     });
 }
 
-void Lintara::ShowHistory() noexcept {}
+void Lintara::ShowHistory() noexcept {
+    Perform([&] { WithGlobals(oG, [&](auto& globals) { assistant::ShowHistory(globals, platform_); }); });
+}
 
 }  // namespace lintara

@@ -46,8 +46,8 @@ class Lintara {
     // The kind of a member of the active project, by its header.
     [[nodiscard]] Text GetMemberTypeEx(TextView sComponentName, TextView sMemberName) noexcept;
 
-    // Begins a session: loads the numbered buffers 0 to 9 from the code database of the services object.
-    // The database has to be open; finding and opening it is not built yet.
+    // Begins a session: opens the code database if nobody has (assistant/code_database.h), and loads the
+    // buffers 0 to 9 that it holds. Without a database they keep their values. It shows the hourglass.
     void InitCodeAutomation() noexcept;
 
     // Arithmetic of the selection and the caret, which works without a services object; see
@@ -57,7 +57,8 @@ class Lintara {
     [[nodiscard]] Text InsertTextInLine(TextView sLine, TextView sText, std::int32_t iCol) noexcept;
     void TranslateCarret(std::int32_t& iLine, std::int32_t& iCol, TextView sText) noexcept;
 
-    // Ends a session: stores the buffers 0 to 9. The database stays open: it is the services object's.
+    // Ends a session: stores the buffers 0 to 9. The database stays open: it is the services object's. It
+    // shows the hourglass.
     void CloseCodeAutomation() noexcept;
 
     // Numbers one procedure, a property with all its procedures: the n-th line behind the first one of the
@@ -93,7 +94,8 @@ class Lintara {
     // The line of the caret, or the last one of the selection; 0 when no code window is active.
     [[nodiscard]] std::int32_t GetLineNumber() noexcept;
 
-    // Not built yet: shows nothing.
+    // Shows where the user has been in the code of the active project, and has the host open the place that
+    // the user chooses. The host's timer stands still meanwhile.
     void ShowHistory() noexcept;
 
   private:

@@ -7,9 +7,16 @@
 #include "cli/streams.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace lintara::cli {
+
+// Shows the question to the person at the terminal and gives the answer, a line; none when there is no more.
+using AskUser = std::function<std::optional<std::string>(std::string_view question)>;
 
 struct Environment {
     Streams streams;
@@ -18,6 +25,8 @@ struct Environment {
     std::shared_ptr<Identity> identity = nullptr;
     // Where programs keep what the user would not miss for long; empty: nowhere.
     std::filesystem::path stateFolder = {};
+    // Null when nobody sits at a terminal.
+    AskUser ask = nullptr;
 };
 
 }  // namespace lintara::cli

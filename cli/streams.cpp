@@ -2,10 +2,25 @@
 
 #include <array>
 #include <cerrno>
+#include <poll.h>
 #include <system_error>
 #include <unistd.h>
 
 namespace lintara::cli {
+
+namespace {
+
+// Whether the failed call is worth another try: it was interrupted or, where whoever started this process has
+// made the descriptor non-blocking, it can go on now.
+bool MayGoOn(int descriptor, short event) {
+    if (errno == EAGAIN || errno == EWOULDBLOCK) {
+        pollfd ready{.fd = descriptor, .events = event, .revents = 0};
+        return ::poll(&ready, 1, -1) > 0 || errno == EINTR;
+    }
+    return errno == EINTR;
+}
+
+}  // namespace
 
 void Sink::Write(std::string_view bytes) {
     if (!failed_ && !bytes.empty()) {
@@ -23,27 +38,45 @@ bool DescriptorSink::DoWrite(std::string_view bytes) {
         const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
         if (written >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
+        } else if (!MayGoOn(descriptor_, POLLOUT)) {
+            readerIsGone_ = errno == EPIPE;
             return false;
         }
     }
     return true;
 }
 
+std::expected<std::size_t, std::string> StringSource::Read(std::span<char> buffer) {
+    const std::size_t count = text.copy(buffer.data(), buffer.size());
+    text.erase(0, count);
+    return count;
+}
+
+std::expected<std::size_t, std::string> DescriptorSource::Read(std::span<char> buffer) {
+    for (;;) {
+        const ssize_t count = ::read(descriptor_, buffer.data(), buffer.size());
+        if (count >= 0) {
+            return static_cast<std::size_t>(count);
+        }
+        if (!MayGoOn(descriptor_, POLLIN)) {
+            return std::unexpected("standard input cannot be read: " +
+                                   std::error_code(errno, std::generic_category()).message());
+        }
+    }
+}
+
 std::expected<std::string, std::string> DescriptorSource::ReadAll() {
     std::string bytes;
     std::array<char, 64 * 1024> block{};
     for (;;) {
-        const ssize_t count = ::read(descriptor_, block.data(), block.size());
-        if (count == 0) {
+        const auto count = Read(block);
+        if (!count) {
+            return std::unexpected(count.error());
+        }
+        if (*count == 0) {
             return bytes;
         }
-        if (count > 0) {
-            bytes.append(block.data(), static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            return std::unexpected("standard input cannot be read: " +
-                                   std::error_code(errno, std::generic_category()).message());
-        }
+        bytes.append(block.data(), *count);
     }
 }
 

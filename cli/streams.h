@@ -5,6 +5,7 @@
 #include <chrono>
 #include <expected>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,8 @@ class Sink {
     void Write(std::string_view bytes);
     // Whether any write failed; what follows is discarded.
     [[nodiscard]] bool failed() const { return failed_; }
+    // Whether it failed because nobody reads what is written any more.
+    [[nodiscard]] virtual bool readerIsGone() const { return false; }
 
   protected:
     // Writes all of `bytes` and tells whether that worked.
@@ -40,11 +43,14 @@ class DescriptorSink : public Sink {
   public:
     explicit DescriptorSink(int descriptor) : descriptor_(descriptor) {}
 
+    [[nodiscard]] bool readerIsGone() const override { return readerIsGone_; }
+
   protected:
     bool DoWrite(std::string_view bytes) override;
 
   private:
     int descriptor_;
+    bool readerIsGone_ = false;
 };
 
 class Source {
@@ -53,6 +59,8 @@ class Source {
 
     // All there is. The error is a sentence.
     [[nodiscard]] virtual std::expected<std::string, std::string> ReadAll() = 0;
+    // What there is now, as much of it as the buffer holds; waits for some. 0 at the end.
+    [[nodiscard]] virtual std::expected<std::size_t, std::string> Read(std::span<char> buffer) = 0;
 };
 
 class StringSource : public Source {
@@ -60,6 +68,7 @@ class StringSource : public Source {
     std::string text;
 
     std::expected<std::string, std::string> ReadAll() override { return std::exchange(text, {}); }
+    std::expected<std::size_t, std::string> Read(std::span<char> buffer) override;
 };
 
 class DescriptorSource : public Source {
@@ -67,6 +76,7 @@ class DescriptorSource : public Source {
     explicit DescriptorSource(int descriptor) : descriptor_(descriptor) {}
 
     std::expected<std::string, std::string> ReadAll() override;
+    std::expected<std::size_t, std::string> Read(std::span<char> buffer) override;
 
   private:
     int descriptor_;

@@ -1,6 +1,9 @@
 #include "forms/form.h"
 
+#include "base/statement.h"
 #include "forms/control_visitor.h"
+#include "forms/keyboard.h"
+#include "forms/status_bar.h"
 
 #include <algorithm>
 
@@ -81,8 +84,17 @@ std::vector<Control*> Form::ControlsInOrder() const {
 }
 
 void Form::SizeChanged() {
+    AlignStatusBars();
     if (state_ == State::Loading || state_ == State::Loaded) {
         Resize.Raise();
+    }
+}
+
+void Form::AlignStatusBars() {
+    for (Control* control : Controls()) {
+        if (auto* bar = dynamic_cast<StatusBar*>(control)) {
+            Attempt(bar->Move({0, Height() - bar->Height(), Width(), bar->Height()}));
+        }
     }
 }
 
@@ -92,11 +104,10 @@ void Form::KeepFocusUsable() {
     }
     const std::vector<Control*> controls = ControlsInOrder();
     const auto lost = std::ranges::find(controls, active_);
-    auto next = lost == controls.end() ? lost : std::find_if(lost, controls.end(), [](Control* control) {
-        return CanBeActive(*control);
-    });
+    const auto isStop = [](const Control* control) { return IsTabStop(*control); };
+    auto next = std::find_if(lost, controls.end(), isStop);
     if (next == controls.end()) {
-        next = std::ranges::find_if(controls, [](Control* control) { return CanBeActive(*control); });
+        next = std::ranges::find_if(controls, isStop);
     }
     active_ = nullptr;
     if (next != controls.end()) {

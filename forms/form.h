@@ -24,12 +24,14 @@ class Form : public Container {
     // The smallest inside that a user can make it, and whether it can be resized at all.
     Size minimum;
     bool resizable = true;
-    // Whether it has a place of its own on the screen; else it is shown in the middle.
+    // Whether it has a place of its own on the screen; else it is shown in the middle. Who shows it keeps its
+    // left and top edge like the window's then, and sets this.
     bool placed = false;
 
     // Raised once, by the first EnsureLoaded or ShowModal.
     Event<> Load;
-    // After each change of the size once the form is loaded, and when it is shown for the first time.
+    // After each change of the size once the form is loaded, and when it is shown for the first time. Status
+    // bars are in their places then.
     Event<> Resize;
     // Raised once, by Unload or by the window's close box; only after Load.
     Event<> Unloading;
@@ -38,8 +40,8 @@ class Form : public Container {
     // undo what they set.
     void EnsureLoaded();
 
-    // Shows the form until it is hidden or closed, with the keyboard focus on the first control that takes
-    // it. Returns at once when loading has closed it already.
+    // Shows the form until it is hidden or closed, with the keyboard focus on the first tab stop. Returns at
+    // once when loading has closed it already.
     void ShowModal(Toolkit& toolkit);
     // Takes it from the screen; its controls keep their values.
     void Hide() { SetVisible(false); }
@@ -64,6 +66,7 @@ class Form : public Container {
 
     enum class State { New, Loading, Loaded, Unloaded };
 
+    void AlignStatusBars();
     // Moves the focus on when its control has been disabled or hidden.
     void KeepFocusUsable();
 

@@ -28,14 +28,22 @@ const Text* CaptionOf(const Control& control) {
     return option == nullptr ? nullptr : &option->Caption();
 }
 
-// The control that the access key of `control` leads to; null when it leads nowhere.
+// The control that the access key of `control` leads to; null when it leads nowhere. A label leads to the
+// next control that takes the focus, into a group of option buttons where Tab stops.
 Control* GoalOf(const Controls& controls, Controls::const_iterator control) {
     if (dynamic_cast<Label*>(*control) == nullptr) {
         return *control;
     }
     const auto next =
         std::find_if(control, controls.end(), [](const Control* other) { return other->TakesFocus(); });
-    return next == controls.end() ? nullptr : *next;
+    if (next == controls.end() || dynamic_cast<OptionButton*>(*next) == nullptr) {
+        return next == controls.end() ? nullptr : *next;
+    }
+    const auto& group = (*next)->Parent()->Controls();
+    const auto entry = std::ranges::find_if(group, [](const Control* other) {
+        return dynamic_cast<const OptionButton*>(other) != nullptr && IsTabStop(*other);
+    });
+    return entry == group.end() ? *next : *entry;
 }
 
 // The usable controls that the key leads to, beginning behind the active one.
@@ -70,7 +78,19 @@ void Activate(Control& control) {
     }
 }
 
-// Whether Tab stops there: of a group of option buttons at the selected one, at any when none is selected.
+template <class IsWanted>
+CommandButton* FindButton(const Form& form, IsWanted isWanted) {
+    for (Control* control : form.ControlsInOrder()) {
+        auto* button = dynamic_cast<CommandButton*>(control);
+        if (button != nullptr && isWanted(*button)) {
+            return button;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
 bool IsTabStop(const Control& control) {
     if (!control.TakesFocus() || !control.Usable()) {
         return false;
@@ -84,19 +104,6 @@ bool IsTabStop(const Control& control) {
         return other != nullptr && other->Value() && other->Usable();
     });
 }
-
-template <class IsWanted>
-CommandButton* FindButton(const Form& form, IsWanted isWanted) {
-    for (Control* control : form.ControlsInOrder()) {
-        auto* button = dynamic_cast<CommandButton*>(control);
-        if (button != nullptr && isWanted(*button)) {
-            return button;
-        }
-    }
-    return nullptr;
-}
-
-}  // namespace
 
 bool PressAccessKey(Form& form, char16_t key) {
     const Controls goals = GoalsOf(form, key);

@@ -1,4 +1,5 @@
-// The bar at the lower edge of a form, with one text.
+// The bar at the lower edge of a form, with one text. The form keeps it there, as wide as itself, and of the
+// height it was made with.
 #pragma once
 
 #include "forms/control.h"

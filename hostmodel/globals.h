@@ -44,7 +44,8 @@ class Globals {
     [[nodiscard]] virtual Result<std::shared_ptr<Database>> CodeDb() = 0;
     [[nodiscard]] virtual Result<void> SetCodeDb(std::shared_ptr<Database> database) = 0;
 
-    // The navigation history.
+    // The navigation history. HistSelKey and HistSelObject are the key and the tag of the entry that the user
+    // chose in its window; without a choice the key is empty.
     [[nodiscard]] virtual Result<std::shared_ptr<Dispatch>> HostForm() = 0;
     [[nodiscard]] virtual Result<std::shared_ptr<Dispatch>> ProjectsData() = 0;
     [[nodiscard]] virtual Result<std::shared_ptr<Dispatch>> AddInHost() = 0;
@@ -52,8 +53,8 @@ class Globals {
     [[nodiscard]] virtual Result<Text> HistCurrentKey() = 0;
     [[nodiscard]] virtual Result<Text> HistSelKey() = 0;
     [[nodiscard]] virtual Result<void> SetHistSelKey(TextView key) = 0;
-    [[nodiscard]] virtual Result<std::shared_ptr<Dispatch>> HistSelObject() = 0;
-    [[nodiscard]] virtual Result<void> SetHistSelObject(std::shared_ptr<Dispatch> object) = 0;
+    [[nodiscard]] virtual Result<Text> HistSelObject() = 0;
+    [[nodiscard]] virtual Result<void> SetHistSelObject(TextView object) = 0;
 
     // Restores or saves a dialog's placement.
     [[nodiscard]] virtual Result<void> LoadWindowState(PlacedWindow& window) = 0;

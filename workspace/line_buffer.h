@@ -44,6 +44,9 @@ class LineBuffer {
     [[nodiscard]] bool edited() const { return edited_; }
     [[nodiscard]] const std::string& file() const { return file_; }
     [[nodiscard]] const Encoding& encoding() const { return *encoding_; }
+    [[nodiscard]] const EncodingPtr& sharedEncoding() const { return encoding_; }
+    // The bytes ahead of the first shown line, the byte order mark included.
+    [[nodiscard]] std::size_t codeBegin() const { return prefixSize_; }
     // The file as it would be written now; every line that no edit touched byte for byte.
     void AppendBytes(std::string& bytes) const;
 

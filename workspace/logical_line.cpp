@@ -42,4 +42,14 @@ Line LogicalLineReader::StartOf(Line line) {
     return line;
 }
 
+Line LogicalLineReader::EndOf(Line line) {
+    bool continues = true;
+    while (continues && line <= lines_->last()) {
+        lines_->Read(line, piece_);
+        continues = Continues(piece_);
+        ++line;
+    }
+    return line;
+}
+
 }  // namespace lintara::workspace

@@ -24,6 +24,9 @@ class LogicalLineReader {
 
     // The physical line on which the logical line that `line` belongs to begins.
     [[nodiscard]] Line StartOf(Line line);
+    // The line after the last one of the logical line to which `line` belongs; `line` itself behind the
+    // module.
+    [[nodiscard]] Line EndOf(Line line);
 
   private:
     const LineBuffer* lines_;

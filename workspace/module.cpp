@@ -3,6 +3,7 @@
 #include "workspace/characters.h"
 #include "workspace/declarations.h"
 #include "workspace/find.h"
+#include "workspace/gathered_edit.h"
 #include "workspace/keyword_case.h"
 #include "workspace/line_buffer.h"
 #include "workspace/procedure_index.h"
@@ -51,7 +52,10 @@ std::vector<TextView> SplitLines(TextView text) {
 
 struct Module::Parts {
     Parts(std::string bytes, std::size_t codeBegin, EncodingPtr encoding)
-        : lines(std::move(bytes), codeBegin, std::move(encoding)), procedures(lines), finder(lines) {}
+        : lines(std::move(bytes), codeBegin, std::move(encoding)),
+          index(lines),
+          gathered(lines),
+          finder(lines) {}
 
     [[nodiscard]] bool Exist(Line line, std::int32_t count) const {
         return line >= Line{1} && count >= 0 && line.value() - 1 <= lines.count() - count;
@@ -65,7 +69,7 @@ struct Module::Parts {
         return Continues(text);
     }
     [[nodiscard]] Line FirstHeader() const {
-        return procedures.size() > 0 ? procedures.HeaderOf(0) : lines.last() + 1;
+        return Procedures().size() > 0 ? Procedures().HeaderOf(0) : lines.last() + 1;
     }
     [[nodiscard]] const workspace::Declarations& Declared() const;
     [[nodiscard]] Line StartOf(std::size_t procedure) const;
@@ -75,13 +79,26 @@ struct Module::Parts {
     // Whether no procedure of the same property stands above this one.
     [[nodiscard]] bool IsFirstOfProperty(std::size_t procedure) const;
 
-    // Carry an edit of the lines through the indexes; see ProcedureIndex.
+    // The index of the procedures, in step with all edits.
+    [[nodiscard]] const ProcedureIndex& Procedures() const {
+        Settle();
+        return index;
+    }
+    // Carries the gathered edits into the index.
+    void Settle() const;
+
+    // Each edit is announced by the first line that it alters, and told when the lines are the new ones; see
+    // ProcedureIndex.
+    void BeforeEdit(Line line) const;
     void LineReplaced(Line line, TextView oldText, TextView newText);
-    void LinesChanged(Line line, std::int32_t removed, std::int32_t added, bool lastContinued);
+    void LinesChanged(Line line, std::int32_t removed, std::int32_t added, bool lastContinued) {
+        gathered.Add(line, removed, added, lastContinued);
+    }
     void TellFinder(Line line, std::span<const TextView> newLines) const;
 
     LineBuffer lines;
-    ProcedureIndex procedures;
+    mutable ProcedureIndex index;
+    mutable GatheredEdit gathered;
     Text oldLine;  // kept between edits for their room
     Text newLine;
     mutable Finder finder;
@@ -91,9 +108,10 @@ struct Module::Parts {
 };
 
 const workspace::Declarations& Module::Parts::Declared() const {
+    Settle();
     if (!declarations) {
         declarations = ReadDeclarations(lines, FirstHeader());
-        if (procedures.size() == 0) {
+        if (index.size() == 0) {
             declarations->countOfLines = lines.count();
         }
         declaredNames.clear();
@@ -105,11 +123,11 @@ const workspace::Declarations& Module::Parts::Declared() const {
 }
 
 Line Module::Parts::StartOf(std::size_t procedure) const {
-    return procedure == 0 ? Line{Declared().countOfLines} + 1 : procedures.LastLineOf(procedure - 1) + 1;
+    return procedure == 0 ? Line{Declared().countOfLines} + 1 : Procedures().LastLineOf(procedure - 1) + 1;
 }
 
 ProcedureInfo Module::Parts::InfoOf(std::size_t procedure) const {
-    ProcedureIndex::Procedure entry = procedures[procedure];
+    ProcedureIndex::Procedure entry = Procedures()[procedure];
     return {.number = procedure,
             .name = std::move(entry.name),
             .kind = entry.kind,
@@ -122,20 +140,20 @@ ProcedureInfo Module::Parts::InfoOf(std::size_t procedure) const {
 }
 
 MemberInfo Module::Parts::MemberOf(std::size_t procedure) const {
-    const bool isProcedure = procedures.KindOf(procedure) == MemberKind::vbext_pk_Proc;
-    return {.name = procedures.NameOf(procedure),
+    const bool isProcedure = Procedures().KindOf(procedure) == MemberKind::vbext_pk_Proc;
+    return {.name = Procedures().NameOf(procedure),
             .type = isProcedure ? MemberType::Method : MemberType::Property,
-            .codeLocation = procedures.HeaderOf(procedure)};
+            .codeLocation = Procedures().HeaderOf(procedure)};
 }
 
 std::optional<std::size_t> Module::Parts::ProcedureAt(Line line) const {
-    if (procedures.size() == 0 || !Exist(line, 1) || line < StartOf(0)) {
+    if (Procedures().size() == 0 || !Exist(line, 1) || line < StartOf(0)) {
         return std::nullopt;
     }
     // The block of a procedure begins above its header: what lies behind one procedure is the next one's,
     // and what lies behind the last one its own.
-    const std::size_t above = procedures.CountAbove(line);
-    if (above > 0 && (line <= procedures.LastLineOf(above - 1) || above == procedures.size())) {
+    const std::size_t above = Procedures().CountAbove(line);
+    if (above > 0 && (line <= Procedures().LastLineOf(above - 1) || above == Procedures().size())) {
         return above - 1;
     }
     return above;
@@ -145,21 +163,42 @@ bool Module::Parts::IsFirstOfProperty(std::size_t procedure) const {
     static constexpr std::array kinds{MemberKind::vbext_pk_Let, MemberKind::vbext_pk_Set,
                                       MemberKind::vbext_pk_Get};
     return std::ranges::none_of(kinds, [&](MemberKind kind) {
-        return procedures.Find(procedures.NameOf(procedure), kind).value_or(procedure) < procedure;
+        return Procedures().Find(Procedures().NameOf(procedure), kind).value_or(procedure) < procedure;
     });
 }
 
-void Module::Parts::LineReplaced(Line line, TextView oldText, TextView newText) {
-    const Line oldFirstHeader = FirstHeader();
-    procedures.LineReplaced(line, oldText, newText);
-    if (line <= oldFirstHeader || line <= FirstHeader()) {
-        declarations.reset();
+void Module::Parts::BeforeEdit(Line line) const {
+    if (!gathered.Takes(line)) {
+        Settle();
     }
 }
 
-void Module::Parts::LinesChanged(Line line, std::int32_t removed, std::int32_t added, bool lastContinued) {
+void Module::Parts::LineReplaced(Line line, TextView oldText, TextView newText) {
+    if (gathered.Covers(line)) {
+        return;
+    }
+    // Mostly that concerns no procedure and is seen at once.
+    const bool standsAlone =
+        !Continues(oldText) && !Continues(newText) && (line == Line{1} || !lines.EndsInUnderscore(line - 1));
+    if (gathered.empty() && standsAlone && index.IsNoEdge(line, newText)) {
+        if (line <= FirstHeader()) {
+            declarations.reset();
+        }
+        return;
+    }
+    gathered.Add(line, 1, 1, Continues(oldText));
+}
+
+void Module::Parts::Settle() const {
+    if (gathered.empty()) {
+        return;
+    }
+    const Line line = gathered.begin();
+    const std::int32_t removed = gathered.removed();
+    const std::int32_t added = gathered.added();
+    gathered.Clear();
     const Line oldFirstHeader = FirstHeader();
-    procedures.LinesChanged(line, removed, added, lastContinued);
+    index.LinesChanged(line, removed, added, false);
     if (line <= oldFirstHeader || line <= FirstHeader()) {
         declarations.reset();
     }
@@ -217,6 +256,7 @@ Result<void> Module::InsertLines(Line line, TextView text) {
     SetKeywordCase(recased, {0, recased.size()});
     const std::vector<TextView> newLines = SplitLines(recased);
     const bool lastContinued = parts_->ContinuesInto(line);
+    parts_->BeforeEdit(line);
     parts_->lines.Insert(line, newLines);
     parts_->LinesChanged(line, 0, static_cast<std::int32_t>(newLines.size()), lastContinued);
     parts_->finder.LinesMoved(line, 0, static_cast<std::int32_t>(newLines.size()));
@@ -232,6 +272,7 @@ Result<void> Module::DeleteLines(Line startLine, std::int32_t count) {
         return {};
     }
     const bool lastContinued = parts_->ContinuesInto(startLine + count);
+    parts_->BeforeEdit(startLine);
     parts_->lines.Delete(startLine, count);
     parts_->LinesChanged(startLine, count, 0, lastContinued);
     parts_->finder.LinesMoved(startLine, count, 0);
@@ -263,6 +304,7 @@ void Module::ReplaceByOne(Line line, TextView text) {
     if (recased == old) {
         return;
     }
+    parts_->BeforeEdit(line);
     parts_->lines.Replace(line, recased);
     parts_->LineReplaced(line, old, recased);
     parts_->finder.TextChanged(line, recased);
@@ -275,6 +317,7 @@ void Module::ReplaceBySeveral(Line line, TextView text) {
     SetKeywordCase(recased, ChangedPart(old, text));
     const std::vector<TextView> newLines = SplitLines(recased);
     const auto count = static_cast<std::int32_t>(newLines.size());
+    parts_->BeforeEdit(line);
     parts_->lines.Replace(line, newLines.front());
     parts_->lines.Insert(line + 1, std::span(newLines).subspan(1));
     parts_->LinesChanged(line, 1, count, Continues(old));
@@ -290,6 +333,7 @@ Result<void> Module::RestoreLine(Line line, TextView text) {
         return Failure(ErrorNumber::InvalidArgument, "the text is no line");
     }
     parts_->lines.Read(line, parts_->oldLine);
+    parts_->BeforeEdit(line);
     parts_->lines.Replace(line, text);
     parts_->LineReplaced(line, parts_->oldLine, text);
     parts_->finder.TextChanged(line, text);
@@ -301,7 +345,7 @@ std::int32_t Module::CountOfDeclarationLines() const {
 }
 
 Result<Line> Module::ProcStartLine(TextView name, MemberKind kind) const {
-    const auto procedure = parts_->procedures.Find(name, kind);
+    const auto procedure = parts_->Procedures().Find(name, kind);
     if (!procedure) {
         return NoSuchProcedure();
     }
@@ -309,20 +353,20 @@ Result<Line> Module::ProcStartLine(TextView name, MemberKind kind) const {
 }
 
 Result<Line> Module::ProcBodyLine(TextView name, MemberKind kind) const {
-    const auto procedure = parts_->procedures.Find(name, kind);
+    const auto procedure = parts_->Procedures().Find(name, kind);
     if (!procedure) {
         return NoSuchProcedure();
     }
-    return parts_->procedures.HeaderOf(*procedure);
+    return parts_->Procedures().HeaderOf(*procedure);
 }
 
 Result<std::int32_t> Module::ProcCountLines(TextView name, MemberKind kind) const {
-    const auto procedure = parts_->procedures.Find(name, kind);
+    const auto procedure = parts_->Procedures().Find(name, kind);
     if (!procedure) {
         return NoSuchProcedure();
     }
-    const bool isLast = *procedure + 1 == parts_->procedures.size();
-    const Line last = isLast ? parts_->lines.last() : parts_->procedures.LastLineOf(*procedure);
+    const bool isLast = *procedure + 1 == parts_->Procedures().size();
+    const Line last = isLast ? parts_->lines.last() : parts_->Procedures().LastLineOf(*procedure);
     return last - parts_->StartOf(*procedure) + 1;
 }
 
@@ -334,8 +378,8 @@ Result<Text> Module::ProcOfLine(Line line, MemberKind& kind) const {
     if (!procedure) {
         return Text();
     }
-    kind = parts_->procedures.KindOf(*procedure);
-    return parts_->procedures.NameOf(*procedure);
+    kind = parts_->Procedures().KindOf(*procedure);
+    return parts_->Procedures().NameOf(*procedure);
 }
 
 bool Module::Find(TextView target, Position& start, Position& end, hostmodel::FindOptions options) const {
@@ -354,15 +398,15 @@ void Module::ForgetSearches() const {
 
 std::vector<ProcedureInfo> Module::Procedures() const {
     std::vector<ProcedureInfo> procedures;
-    procedures.reserve(parts_->procedures.size());
-    for (std::size_t i = 0; i < parts_->procedures.size(); ++i) {
+    procedures.reserve(parts_->Procedures().size());
+    for (std::size_t i = 0; i < parts_->Procedures().size(); ++i) {
         procedures.push_back(parts_->InfoOf(i));
     }
     return procedures;
 }
 
 std::size_t Module::CountOfProcedures() const {
-    return parts_->procedures.size();
+    return parts_->Procedures().size();
 }
 
 ProcedureInfo Module::Procedure(std::size_t number) const {
@@ -376,7 +420,7 @@ std::optional<ProcedureInfo> Module::ProcedureAt(Line line) const {
 
 std::vector<MemberInfo> Module::MemberList() const {
     std::vector<MemberInfo> members = parts_->Declared().members;
-    const ProcedureIndex& procedures = parts_->procedures;
+    const ProcedureIndex& procedures = parts_->Procedures();
     for (std::size_t i = 0; i < procedures.size(); ++i) {
         const MemberInfo member = parts_->MemberOf(i);
         if (member.type == MemberType::Method || parts_->IsFirstOfProperty(i)) {
@@ -392,7 +436,7 @@ std::optional<MemberInfo> Module::FindMember(TextView name) const {
     if (entry != parts_->declaredNames.end()) {
         return declared.members[entry->second];
     }
-    const auto procedure = parts_->procedures.Find(name, std::nullopt);
+    const auto procedure = parts_->Procedures().Find(name, std::nullopt);
     return procedure ? std::optional(parts_->MemberOf(*procedure)) : std::nullopt;
 }
 
@@ -410,6 +454,13 @@ bool Module::edited() const {
 
 const std::string& Module::originalBytes() const {
     return parts_->lines.file();
+}
+
+std::unique_ptr<Module> Module::Saved() const {
+    std::string bytes;
+    AppendCurrentBytes(bytes);
+    return std::make_unique<Module>(std::move(bytes), parts_->lines.codeBegin(),
+                                    parts_->lines.sharedEncoding());
 }
 
 void Module::AppendCurrentBytes(std::string& bytes) const {

@@ -104,6 +104,8 @@ class Module {
     // The file's bytes when it was loaded, and as a save would write them now.
     [[nodiscard]] const std::string& originalBytes() const;
     void AppendCurrentBytes(std::string& bytes) const;
+    // The module of the bytes that a save would write now, its head where it was.
+    [[nodiscard]] std::unique_ptr<Module> Saved() const;
     // The first character that a save could not write; then the file must stay as it is.
     [[nodiscard]] std::optional<Unencodable> FirstUnencodable() const;
     // The physical line of the file, from 1, on which the shown line stands now; hidden lines count here.

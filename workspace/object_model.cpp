@@ -404,10 +404,10 @@ Result<Text> WorkspaceGlobals::HistSelKey() {
 Result<void> WorkspaceGlobals::SetHistSelKey(TextView) {
     return NoHistory();
 }
-Result<std::shared_ptr<Dispatch>> WorkspaceGlobals::HistSelObject() {
+Result<Text> WorkspaceGlobals::HistSelObject() {
     return NoHistory();
 }
-Result<void> WorkspaceGlobals::SetHistSelObject(std::shared_ptr<Dispatch>) {
+Result<void> WorkspaceGlobals::SetHistSelObject(TextView) {
     return NoHistory();
 }
 Result<void> WorkspaceGlobals::LoadWindowState(hostmodel::PlacedWindow&) {

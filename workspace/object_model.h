@@ -43,8 +43,8 @@ class WorkspaceGlobals : public hostmodel::Globals {
     [[nodiscard]] Result<Text> HistCurrentKey() override;
     [[nodiscard]] Result<Text> HistSelKey() override;
     [[nodiscard]] Result<void> SetHistSelKey(TextView key) override;
-    [[nodiscard]] Result<std::shared_ptr<hostmodel::Dispatch>> HistSelObject() override;
-    [[nodiscard]] Result<void> SetHistSelObject(std::shared_ptr<hostmodel::Dispatch> object) override;
+    [[nodiscard]] Result<Text> HistSelObject() override;
+    [[nodiscard]] Result<void> SetHistSelObject(TextView object) override;
     [[nodiscard]] Result<void> LoadWindowState(hostmodel::PlacedWindow& window) override;
     [[nodiscard]] Result<void> SaveWindowState(const hostmodel::PlacedWindow& window) override;
 

@@ -78,14 +78,6 @@ void ProcedureIndex::BuildNames() const {
     }
 }
 
-void ProcedureIndex::LineReplaced(Line line, TextView oldText, TextView newText) {
-    const bool standsAlone = !Continues(oldText) && !Continues(newText) &&
-                             (line == Line{1} || !lines_->EndsInUnderscore(line - 1));
-    if (!standsAlone || !IsNoEdge(line, newText)) {
-        LinesChanged(line, 1, 1, Continues(oldText));
-    }
-}
-
 bool ProcedureIndex::IsNoEdge(Line line, TextView newText) const {
     const std::size_t above = CountAbove(line);
     if (above > 0 && ExtentOf(above - 1).IsOpenAt(line)) {

@@ -61,16 +61,15 @@ class ProcedureIndex {
     // How many procedures have their header above `line`.
     [[nodiscard]] std::size_t CountAbove(Line line) const;
 
+    // Whether `line`, a logical line of its own whose text is `newText` now, neither was nor is the edge of a
+    // procedure. Then the index need not be told of the new text.
+    [[nodiscard]] bool IsNoEdge(Line line, TextView newText) const;
     // Tells the index that `removed` lines from `line` on gave way to `added` new ones; the buffer holds the
     // new text already. `lastContinued`: in the old text, the line before line + removed was continued by it.
-    // The same for one line that gave way to another: mostly that concerns no procedure and is seen at once.
-    void LineReplaced(Line line, TextView oldText, TextView newText);
     void LinesChanged(Line line, std::int32_t removed, std::int32_t added, bool lastContinued);
 
   private:
     [[nodiscard]] Extent ExtentOf(std::size_t i) const;
-    // Whether `line`, a logical line of its own, neither was nor is the edge of a procedure.
-    [[nodiscard]] bool IsNoEdge(Line line, TextView newText) const;
     void Replace(std::size_t begin, std::size_t end, std::vector<Procedure> found);
     [[nodiscard]] bool SameNameAndKind(std::size_t i, hostmodel::MemberKind kind, TextView name) const;
     void BuildNames() const;

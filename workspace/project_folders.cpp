@@ -10,10 +10,22 @@
 #include <cerrno>
 #include <string>
 #include <sys/stat.h>
+#include <system_error>
 
 namespace lintara::workspace {
 
 namespace fs = std::filesystem;
+
+fs::path WithoutProjectLink(const fs::path& path) {
+    const Text extension = FromUtf8(path.extension().string());
+    const bool isProject = SameName(extension, u".vbp") || SameName(extension, u".vbg");
+    std::error_code error;
+    if (!isProject || !fs::is_symlink(path, error)) {
+        return path;
+    }
+    fs::path file = fs::canonical(path, error);
+    return error ? path : file;
+}
 
 std::expected<PathKind, Diagnostic> KindOf(const fs::path& path) {
     struct stat status {};
@@ -42,7 +54,8 @@ std::expected<PathKind, Diagnostic> KindOf(const fs::path& path) {
                    ".pag, .dob, .dsr)"});
 }
 
-std::expected<std::vector<fs::path>, Diagnostic> ProjectFolders(const fs::path& path) {
+std::expected<std::vector<fs::path>, Diagnostic> ProjectFolders(const fs::path& given) {
+    const fs::path path = WithoutProjectLink(given);
     const auto kind = KindOf(path);
     if (!kind) {
         return std::unexpected(kind.error());
@@ -59,8 +72,9 @@ std::expected<std::vector<fs::path>, Diagnostic> ProjectFolders(const fs::path& 
         PathResolver resolver;
         for (const FileEntry& entry : group->projects) {
             const auto project = resolver.Resolve(folders.front(), entry.path);
-            if (project && std::ranges::find(folders, FolderOf(*project)) == folders.end()) {
-                folders.push_back(FolderOf(*project));
+            const fs::path folder = project ? FolderOf(WithoutProjectLink(*project)) : folders.front();
+            if (std::ranges::find(folders, folder) == folders.end()) {
+                folders.push_back(folder);
             }
         }
     }

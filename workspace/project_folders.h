@@ -12,6 +12,10 @@ namespace lintara::workspace {
 
 enum class PathKind : unsigned char { Folder, ProjectFile, ProjectGroup, Component };
 
+// The file itself where `path` is a symbolic link to a project or a project group: what such a file names
+// lies beside the file, not beside a link to it. Other paths, and links that lead nowhere, stay as they are.
+[[nodiscard]] std::filesystem::path WithoutProjectLink(const std::filesystem::path& path);
+
 // What `path` is. The error tells why it cannot be opened.
 [[nodiscard]] std::expected<PathKind, Diagnostic> KindOf(const std::filesystem::path& path);
 

@@ -36,7 +36,8 @@ class Planner {
     explicit Planner(const OpenOptions& options)
         : options_(options), codePage_(options.codePage ? options.codePage : DefaultEncoding()) {}
 
-    std::expected<ProjectPlan, Diagnostics> Plan(const fs::path& path) {
+    std::expected<ProjectPlan, Diagnostics> Plan(const fs::path& given) {
+        const fs::path path = WithoutProjectLink(given);
         const auto kind = KindOf(path);
         if (!kind) {
             return std::unexpected(Diagnostics{kind.error()});
@@ -170,7 +171,7 @@ void Planner::PlanGroup(const fs::path& path) {
         if (i == group->startup) {
             plan_.startup = plan_.projects.size();
         }
-        PlanProjectFile(*found);
+        PlanProjectFile(WithoutProjectLink(*found));
     }
     if (!plan_.projects.empty()) {
         plan_.projects.front().otherFiles.push_back(path);

@@ -101,4 +101,17 @@ std::expected<std::vector<fs::path>, Diagnostics> Save(const Workspace& workspac
     return ReplaceFiles(std::move(changes), FoldersOf(workspace), options);
 }
 
+void AcceptSaved(Workspace& workspace) {
+    for (const auto& project : workspace.projects()) {
+        for (const auto& component : project->components()) {
+            if (component->path.empty() || !component->module->edited() || !Differs(*component->module)) {
+                continue;
+            }
+            component->module = component->module->Saved();
+            // Who wrote the file last is not known for certain, so the next save compares what it holds.
+            component->identity = {};
+        }
+    }
+}
+
 }  // namespace lintara::workspace

@@ -25,9 +25,14 @@ struct ChangedFile {
 // Saves in place; the value is the files written. Refused, with nothing changed, when a line cannot be
 // encoded, a file changed on disk since it was loaded, or anything cannot be written. File modes are kept;
 // symbolic links are followed, not replaced. Takes the project's lock unless this process holds it. To go on
-// after a save, open the projects anew: these still are what was loaded, with edits.
+// after a save, open the projects anew or call AcceptSaved: these still are what was loaded, with edits.
 [[nodiscard]] std::expected<std::vector<std::filesystem::path>, Diagnostics> Save(const Workspace& workspace,
                                                                                   const SaveOptions& options);
+
+// Call it after Save has succeeded: what was written counts as what was loaded, so that nothing is edited any
+// more. Texts that were inserted are read as opening the file reads them: a line that the IDE hides is
+// hidden.
+void AcceptSaved(Workspace& workspace);
 
 // Writes a complete copy of the open projects, edits included, into the folder `output`, which is made if
 // need be: project files, components, and the files that belong to them (.frx and the like, resources). The

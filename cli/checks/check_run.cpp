@@ -2,6 +2,7 @@
 
 #include "cli/checks/handler_check.h"
 #include "cli/checks/number_check.h"
+#include "cli/edits/insertion.h"
 #include "cli/edits/procedure_editor.h"
 #include "cli/edits/refusal.h"
 #include "cli/output/json_text.h"
@@ -96,12 +97,13 @@ class CheckRun {
 
     void Check(const ScopedComponent& scope) {
         CheckedComponent& checked = checked_.emplace_back(scope.project, scope.component);
+        const KeptProcedures kept = FindKept(scope);
         // Handlers last: looking at them may change the module.
         if (options_.convention.numbers == Wish::Present) {
             Walk(scope, std::make_unique<NumberCheck>(options_.numbers, checked.findings),
-                 environment_.platform, checked);
+                 environment_.platform, kept, checked);
         } else if (options_.convention.numbers == Wish::Absent) {
-            Walk(scope, std::make_unique<NumberAbsenceCheck>(checked.findings), environment_.platform,
+            Walk(scope, std::make_unique<NumberAbsenceCheck>(checked.findings), environment_.platform, kept,
                  checked);
         }
         if (options_.convention.handlers == Wish::Present) {
@@ -109,21 +111,34 @@ class CheckRun {
             const auto settings = std::make_shared<LabelSettings>(platform.settings, options_.handler.label);
             platform.settings = settings;
             Walk(scope, std::make_unique<HandlerCheck>(options_.handler, settings, checked.findings),
-                 std::move(platform), checked);
+                 std::move(platform), kept, checked);
         } else if (options_.convention.handlers == Wish::Absent) {
-            Walk(scope, std::make_unique<HandlerAbsenceCheck>(checked.findings), environment_.platform,
+            Walk(scope, std::make_unique<HandlerAbsenceCheck>(checked.findings), environment_.platform, kept,
                  checked);
         }
         Arrange(checked);
     }
 
+    // Procedures that insertion leaves alone as a whole: handler and numbers go together.
+    [[nodiscard]] KeptProcedures FindKept(const ScopedComponent& scope) const {
+        if (options_.convention.numbers != Wish::Present || options_.convention.handlers != Wish::Present) {
+            return {};
+        }
+        InsertionOptions insertion{.work = {.errorHandlers = true, .lineNumbers = true},
+                                   .numbers = options_.numbers,
+                                   .handler = options_.handler,
+                                   .refresh = true};
+        insertion.numbers.renumber = true;
+        return NumbersAtRisk(insertion, scope, environment_);
+    }
+
     void Walk(const ScopedComponent& scope, std::unique_ptr<ProcedureEdit> check, Platform platform,
-              CheckedComponent& checked) {
+              const KeptProcedures& kept, CheckedComponent& checked) {
         EditPlan plan;
         plan.edits.push_back(std::move(check));
         ProcedureEditor editor(workspace_, MakeGlobals(workspace_, environment_), std::move(platform),
                                std::move(plan));
-        const ComponentReport report = editor.Edit(scope);
+        const ComponentReport report = editor.Edit(scope, kept);
         std::ranges::transform(report.skipped, std::back_inserter(checked.notes), AsNote);
     }
 

@@ -1,7 +1,5 @@
 #include "cli/checks/handler_check.h"
 
-#include "cli/output/terminal_text.h"
-
 namespace lintara::cli {
 
 std::expected<bool, Skip> HandlerCheck::Apply(const EditTarget& target, const ProcedureGroup& group,
@@ -19,11 +17,8 @@ std::expected<bool, Skip> HandlerCheck::Apply(const EditTarget& target, const Pr
     if (!inserted || !*inserted) {
         return inserted;
     }
-    const std::string title = std::string(KindWord(group)) + " " + Printable(group.name);
-    findings_.push_back(
-        {missing ? "no-handler" : "stale-handler", at, group.name, KindWord(group),
-         title + ": " +
-             (missing ? "has no error handler" : "its error handler is out of date: " + state.why)});
+    Find(group, missing ? "no-handler" : "stale-handler", at,
+         missing ? "has no error handler" : "its error handler is out of date: " + state.why);
     return false;
 }
 
@@ -33,11 +28,8 @@ std::expected<bool, Skip> HandlerAbsenceCheck::Apply(const EditTarget& target, c
     const HandlerRemoval::Blocks blocks = HandlerRemoval::FindBlocks(text_);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         if (blocks[i]) {
-            const workspace::ProcedureInfo& procedure = group.reached[i];
             const Line at = text_.parts()[i].body.begin + static_cast<std::int32_t>(blocks[i]->begin);
-            findings_.push_back({"handler-present", target.Input(at), procedure.name, KindWord(procedure),
-                                 std::string(KindWord(procedure)) + " " + Printable(procedure.name) +
-                                     ": has an error handler"});
+            Find(group.reached[i], "handler-present", target.Input(at), "has an error handler");
         }
     }
     return false;

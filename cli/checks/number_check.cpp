@@ -1,7 +1,6 @@
 #include "cli/checks/number_check.h"
 
 #include "cli/guards/existing_numbers.h"
-#include "cli/output/terminal_text.h"
 
 #include <algorithm>
 #include <map>
@@ -18,10 +17,6 @@ NumberOptions Renumbering(NumberOptions numbers) {
 
 Line LineAt(const ProcedureText::Part& part, std::size_t index) {
     return part.body.begin + static_cast<std::int32_t>(index);
-}
-
-std::string TitleOf(const ProcedureInfo& procedure) {
-    return std::string(KindWord(procedure)) + " " + Printable(procedure.name);
 }
 
 std::string Counted(std::size_t count, std::string_view one, std::string_view several) {
@@ -42,7 +37,7 @@ struct Tally {
 }  // namespace
 
 NumberCheck::NumberCheck(NumberOptions numbers, Findings& findings)
-    : insertion_(Renumbering(numbers)), findings_(findings) {}
+    : ProcedureCheck(findings), insertion_(Renumbering(numbers)) {}
 
 std::expected<bool, Skip> NumberCheck::Apply(const EditTarget& target, const ProcedureGroup& group,
                                              ComponentReport& report) {
@@ -76,7 +71,7 @@ void NumberCheck::FindDuplicates(const EditTarget& target, const ProcedureInfo& 
         }
         const auto [first, isNew] = seen.try_emplace(*numbers[i], i);
         if (!isNew) {
-            Find(target, procedure, "duplicate-number", LineAt(part, i),
+            Find(procedure, "duplicate-number", target.Input(LineAt(part, i)),
                  "the number " + std::to_string(*numbers[i]) + " stands at " +
                      target.Place(LineAt(part, first->second)) + ", too");
         }
@@ -95,26 +90,20 @@ void NumberCheck::Compare(const EditTarget& target, const ProcedureInfo& procedu
         }
     }
     if (!any && missing.count > 0) {
-        Find(target, procedure, "no-numbers", procedure.header, "has no line numbers");
+        Find(procedure, "no-numbers", target.Input(procedure.header), "has no line numbers");
         return;
     }
     if (missing.count > 0) {
-        Find(target, procedure, "incomplete-numbers", LineAt(part, missing.first),
+        Find(procedure, "incomplete-numbers", target.Input(LineAt(part, missing.first)),
              Counted(missing.count, "line has", "lines have") + " no number while others have");
     }
     if (stale.count > 0) {
         const std::optional<std::int64_t> wanted = after[stale.first];
-        Find(target, procedure, "stale-number", LineAt(part, stale.first),
+        Find(procedure, "stale-number", target.Input(LineAt(part, stale.first)),
              Counted(stale.count, "number is", "numbers are") + " not what insertion writes now; " +
                  std::to_string(*before[stale.first]) +
                  (wanted ? " would be " + std::to_string(*wanted) : " would not be there"));
     }
-}
-
-void NumberCheck::Find(const EditTarget& target, const ProcedureInfo& procedure, std::string_view code,
-                       Line at, const std::string& message) {
-    findings_.push_back(
-        {code, target.Input(at), procedure.name, KindWord(procedure), TitleOf(procedure) + ": " + message});
 }
 
 std::expected<bool, Skip> NumberAbsenceCheck::Apply(const EditTarget& target, const ProcedureGroup& group,
@@ -130,10 +119,8 @@ std::expected<bool, Skip> NumberAbsenceCheck::Apply(const EditTarget& target, co
         std::vector<NumberedLine> numbered;
         FindNumberedLines(text_.body(part), numbered);
         if (!numbered.empty()) {
-            findings_.push_back({"numbers-present", target.Input(LineAt(part, numbered.front().index)),
-                                 group.reached[i].name, KindWord(group.reached[i]),
-                                 TitleOf(group.reached[i]) + ": has line numbers on " +
-                                     Counted(numbered.size(), "line", "lines")});
+            Find(group.reached[i], "numbers-present", target.Input(LineAt(part, numbered.front().index)),
+                 "has line numbers on " + Counted(numbered.size(), "line", "lines"));
         }
     }
     return false;

@@ -2,10 +2,9 @@
 // the procedures like edits, but leave every module as it was.
 #pragma once
 
-#include "cli/checks/finding.h"
+#include "cli/checks/procedure_check.h"
 #include "cli/edits/number_insertion.h"
 #include "cli/edits/number_removal.h"
-#include "cli/edits/procedure_edit.h"
 #include "cli/project/procedure_text.h"
 
 #include <cstdint>
@@ -17,15 +16,14 @@
 namespace lintara::cli {
 
 // Finds procedures without numbers, and numbers that are out of date, there twice, or missing between others.
-// What insertion would skip is skipped.
-class NumberCheck : public ProcedureEdit {
+// What insertion would skip is skipped, but for numbers that are there twice: those are wrong in any case.
+class NumberCheck : public ProcedureCheck {
   public:
     // `findings` must outlive this.
     NumberCheck(NumberOptions numbers, Findings& findings);
 
     [[nodiscard]] std::expected<bool, Skip> Apply(const EditTarget& target, const ProcedureGroup& group,
                                                   ComponentReport& report) override;
-    [[nodiscard]] bool ApplyExactly(const EditTarget&, const ProcedureGroup&) override { return false; }
     [[nodiscard]] bool HasWork(const workspace::Module& module,
                                const workspace::ProcedureInfo& procedure) const override {
         return insertion_.HasWork(module, procedure);
@@ -39,23 +37,19 @@ class NumberCheck : public ProcedureEdit {
                         const ProcedureText::Part& part, const Numbers& numbers);
     void Compare(const EditTarget& target, const workspace::ProcedureInfo& procedure,
                  const ProcedureText::Part& part, const Numbers& before, const Numbers& after);
-    void Find(const EditTarget& target, const workspace::ProcedureInfo& procedure, std::string_view code,
-              Line at, const std::string& message);
 
     NumberInsertion insertion_;
-    Findings& findings_;
     ProcedureText text_;
     ProcedureText after_;
 };
 
 // Finds procedures that have numbers which removal would take out. What removal would skip is skipped.
-class NumberAbsenceCheck : public ProcedureEdit {
+class NumberAbsenceCheck : public ProcedureCheck {
   public:
-    explicit NumberAbsenceCheck(Findings& findings) : findings_(findings) {}
+    explicit NumberAbsenceCheck(Findings& findings) : ProcedureCheck(findings) {}
 
     [[nodiscard]] std::expected<bool, Skip> Apply(const EditTarget& target, const ProcedureGroup& group,
                                                   ComponentReport& report) override;
-    [[nodiscard]] bool ApplyExactly(const EditTarget&, const ProcedureGroup&) override { return false; }
     [[nodiscard]] bool HasWork(const workspace::Module& module,
                                const workspace::ProcedureInfo& procedure) const override {
         return removal_.HasWork(module, procedure);
@@ -63,7 +57,6 @@ class NumberAbsenceCheck : public ProcedureEdit {
 
   private:
     NumberRemoval removal_;
-    Findings& findings_;
     ProcedureText text_;
 };
 

@@ -12,7 +12,9 @@ std::vector<CommandInfo> AllCommands() {
         CustomRemoveCommand(),  ReplaceCommand(),        MemberCommand(),           CheckCommand(),
         WhereCommand(),         TemplateExpandCommand(), TemplateGenerateCommand(), UndoCommand(),
         RecoverCommand(),       SettingsListCommand(),   SettingsGetCommand(),      SettingsSetCommand(),
-        SettingsResetCommand(),
+        SettingsResetCommand(), BufferListCommand(),     BufferGetCommand(),        BufferSetCommand(),
+        BufferClearCommand(),   BufferPathCommand(),     BufferInitCommand(),       BufferImportCommand(),
+        ServeCommand(),
     };
     commands.push_back(ConfigCommand(commands));
     return commands;
@@ -22,6 +24,7 @@ constexpr CommandFamily families[] = {
     {"custom", "Insert and remove blocks of code of your own"},
     {"template", "Turn code templates into code and back"},
     {"settings", "Show and change the user's settings"},
+    {"buffer", "Show and change the copy-and-paste buffers"},
 };
 
 }  // namespace

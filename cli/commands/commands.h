@@ -17,6 +17,13 @@ namespace lintara::cli {
 [[nodiscard]] std::string_view ProgramDescription();
 [[nodiscard]] std::string_view ProgramFooter();
 
+[[nodiscard]] CommandInfo BufferClearCommand();
+[[nodiscard]] CommandInfo BufferGetCommand();
+[[nodiscard]] CommandInfo BufferImportCommand();
+[[nodiscard]] CommandInfo BufferInitCommand();
+[[nodiscard]] CommandInfo BufferListCommand();
+[[nodiscard]] CommandInfo BufferPathCommand();
+[[nodiscard]] CommandInfo BufferSetCommand();
 [[nodiscard]] CommandInfo CheckCommand();
 // `others` are those whose options it shows.
 [[nodiscard]] CommandInfo ConfigCommand(std::span<const CommandInfo> others);
@@ -28,6 +35,7 @@ namespace lintara::cli {
 [[nodiscard]] CommandInfo RecoverCommand();
 [[nodiscard]] CommandInfo RemoveCommand();
 [[nodiscard]] CommandInfo ReplaceCommand();
+[[nodiscard]] CommandInfo ServeCommand();
 [[nodiscard]] CommandInfo SettingsGetCommand();
 [[nodiscard]] CommandInfo SettingsListCommand();
 [[nodiscard]] CommandInfo SettingsSetCommand();

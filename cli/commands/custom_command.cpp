@@ -1,6 +1,7 @@
 // lintara custom: a block of the user's own code into procedures, and out of them again.
 #include "base/constants.h"
 #include "base/settings_table.h"
+#include "cli/buffers/buffer_source.h"
 #include "cli/commands/commands.h"
 #include "cli/edits/custom_code_insertion.h"
 #include "cli/edits/custom_code_removal.h"
@@ -85,6 +86,9 @@ struct GivenCode {
 };
 
 GivenCode ReadCode(const OptionReader& given, Environment& environment) {
+    if (auto text = ReadBufferSource(given, "code", environment)) {
+        return {*std::move(text), given.LabelOf("buffer")};
+    }
     if (const auto argument = given.TextOf("code")) {
         auto text = ReadText(SourceFromArgument(*argument), environment.streams.in);
         Require(text.has_value(), given.LabelOf("code") + ": " + (text ? "" : text.error()));
@@ -231,6 +235,7 @@ std::vector<OptionInfo> InsertionOptions() {
     return {
         ValueOption("id", "N", "The number of the block, -32768 to 32767", What),
         ValueOption("code", "FILE", "The code, - for standard input; default: what was saved last", What),
+        BufferOption(What),
         {.name = "where",
          .kind = OptionKind::Text,
          .valueName = "PLACE",

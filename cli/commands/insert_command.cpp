@@ -2,6 +2,7 @@
 #include "cli/commands/commands.h"
 #include "cli/edits/edit_run.h"
 #include "cli/edits/insertion.h"
+#include "cli/edits/work_job.h"
 #include "cli/help_text.h"
 #include "cli/numbers/number_map.h"
 #include "cli/options/shared_options.h"
@@ -61,22 +62,13 @@ constexpr std::string_view InsertFooter =
     "  already-numbered   it has other numbers; --renumber removes them and numbers anew; --refresh of a\n"
     "                     handler wants --line-numbers, too\n"
     "  foreign-numbers    it has numbers without a colon, as other tools write them\n"
-    "  jump-target        it jumps to a number that would be written, or into what would be replaced\n"
+    "  jump-target        it jumps to a number that would be written, or into what would be replaced, or to\n"
+    "                     a label of the handler that is nowhere yet\n"
     "  number-width       numbers to be replaced are not five digits, a colon and a blank\n"
     "  numbering-limit    the step leaves too few numbers to find them again\n"
     "  --exact turns these checks off.\n" LINTARA_EDITING_STATUSES;
 
 constexpr std::string_view What = "What to insert";
-
-EditJob JobOf(const WorkOptions& work) {
-    const std::string things = work.lineNumbers ? " error handlers and numbers into" : " error handlers into";
-    const bool onlyNumbers = !work.errorHandlers;
-    return {.command = "insert",
-            .stage = onlyNumbers ? "numbering" : "inserting",
-            .done = onlyNumbers ? "Numbered" : "Inserted" + things,
-            .wouldDo = onlyNumbers ? "Would number" : "Would insert" + things,
-            .makeEditor = {}};
-}
 
 // After a run that wrote what it was asked for.
 ExitStatus SaveSettings(const InsertionOptions& insertion, Environment& environment) {
@@ -94,7 +86,7 @@ ExitStatus SaveSettings(const InsertionOptions& insertion, Environment& environm
 ExitStatus Run(const OptionReader& given, Environment& environment) {
     const InsertionOptions insertion = ReadInsertion(given, environment);
     const EditCommandOptions options = ReadEditCommand(given);
-    EditJob job = JobOf(insertion.work);
+    EditJob job = InsertionJob(insertion.work);
     job.makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
         return MakeInsertionEditor(insertion, workspace, std::move(globals), environment);
     };

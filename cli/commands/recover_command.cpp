@@ -3,9 +3,8 @@
 #include "cli/environment.h"
 #include "cli/help_text.h"
 #include "cli/options/shared_options.h"
-#include "cli/output/messages.h"
 #include "cli/output/terminal_text.h"
-#include "cli/project/project_lock.h"
+#include "cli/project/locked_run.h"
 #include "workspace/save.h"
 
 namespace lintara::cli {
@@ -17,26 +16,22 @@ constexpr std::string_view RecoverFooter =
     "      Finish or undo what a run that was interrupted while saving has left. Every command does\n"
     "      this by itself before it reads the project.\n" LINTARA_READING_STATUSES;
 
-ExitStatus Run(const OptionReader& given, Environment& environment) {
-    Streams& streams = environment.streams;
-    Messages messages(streams, false);
-    const std::filesystem::path path = ReadReading(given).path;
-    const auto lock = LockProject(path, ReadWait(given), messages);
-    if (!lock) {
-        messages.Error(lock.error());
-        return ExitStatus::Failed;
-    }
+// What was recovered, as lines for people.
+std::expected<std::string, workspace::Diagnostics> Recover(const std::filesystem::path& path) {
     const auto done = workspace::Recover(path);
     if (!done) {
-        messages.Errors(done.error());
-        return ExitStatus::Failed;
+        return std::unexpected(done.error());
     }
     std::string text;
     for (const std::string& line : *done) {
         text += Printable(std::string_view(line)) + "\n";
     }
-    streams.out.Write(done->empty() ? "Nothing to recover.\n" : text);
-    return ExitStatus::Done;
+    return done->empty() ? "Nothing to recover.\n" : text;
+}
+
+ExitStatus Run(const OptionReader& given, Environment& environment) {
+    const std::filesystem::path path = ReadReading(given).path;
+    return RunLocked(path, ReadWait(given), environment, [&] { return Recover(path); });
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "cli/edits/label_settings.h"
 #include "cli/edits/number_removal.h"
 #include "cli/edits/procedure_editor.h"
+#include "cli/edits/work_job.h"
 #include "cli/help_text.h"
 #include "cli/options/handler_options.h"
 #include "cli/options/shared_options.h"
@@ -44,17 +45,6 @@ constexpr std::string_view RemoveFooter =
 
 constexpr std::string_view What = "What to remove";
 
-EditJob JobOf(const WorkOptions& work) {
-    const std::string_view things = !work.lineNumbers     ? "error handlers"
-                                    : !work.errorHandlers ? "numbers"
-                                                          : "error handlers and numbers";
-    return {.command = "remove",
-            .stage = "removing",
-            .done = "Removed the " + std::string(things) + " of",
-            .wouldDo = "Would remove the " + std::string(things) + " of",
-            .makeEditor = {}};
-}
-
 // The mirror of the insertion: numbers first.
 std::vector<std::unique_ptr<ProcedureEdit>> EditsOf(const WorkOptions& work, const WantedHandler& handler,
                                                     const std::shared_ptr<LabelSettings>& settings) {
@@ -76,7 +66,7 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
     const WantedHandler handler =
         work.errorHandlers ? ReadWantedHandler(given, environment) : WantedHandler{};
     const EditCommandOptions options = ReadEditCommand(given);
-    EditJob job = JobOf(work);
+    EditJob job = RemovalJob(work);
     job.makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
         Platform platform = environment.platform;
         const auto settings = std::make_shared<LabelSettings>(platform.settings, handler.label);

@@ -1,5 +1,6 @@
-// lintara template: code templates into code and back, from standard input to standard output.
+// lintara template: code templates into code and back, from standard input or a buffer to standard output.
 #include "assistant/lintara.h"
+#include "cli/buffers/buffer_source.h"
 #include "cli/commands/commands.h"
 #include "cli/help_text.h"
 #include "cli/options/shared_options.h"
@@ -37,6 +38,18 @@ constexpr std::string_view GenerateFooter =
 
 using Transform = Text (Lintara::*)(TextView) noexcept;
 
+// From the buffer that was named, else from standard input.
+std::expected<Text, std::string> ReadInput(const OptionReader& given, Environment& environment) {
+    if (auto text = ReadBufferSource(given, {}, environment)) {
+        return *std::move(text);
+    }
+    const auto bytes = environment.streams.in.ReadAll();
+    if (!bytes) {
+        return std::unexpected(bytes.error());
+    }
+    return DecodeText(*bytes);
+}
+
 // The transformers touch no line ending, so the output has those of the input.
 ExitStatus RunTransform(const OptionReader& given, Environment& environment, Transform transform) {
     Streams& streams = environment.streams;
@@ -44,14 +57,14 @@ ExitStatus RunTransform(const OptionReader& given, Environment& environment, Tra
     if (const auto caret = OpenAtCaret(workspace, given, environment); !caret) {
         return caret.error();
     }
-    const auto input = streams.in.ReadAll();
+    const auto input = ReadInput(given, environment);
     if (!input) {
         Messages(streams, false).Error({{}, 0, input.error()});
         return ExitStatus::Failed;
     }
     Lintara lintara(environment.platform);
     lintara.oG = MakeGlobals(workspace, environment);
-    streams.out.Write(workspace::ToUtf8((lintara.*transform)(DecodeText(*input))));
+    streams.out.Write(workspace::ToUtf8((lintara.*transform)(*input)));
     return ExitStatus::Done;
 }
 
@@ -67,19 +80,19 @@ ExitStatus RunGenerate(const OptionReader& given, Environment& environment) {
 
 CommandInfo TemplateExpandCommand() {
     return {.name = "template expand",
-            .description = "Turn a template on standard input into code",
+            .description = "Turn a template on standard input or in a buffer into code",
             .footer = ExpandFooter,
             .arguments = {PathArgument()},
-            .options = Joined({ReadingOptions(), {CaretOption()}}),
+            .options = Joined({ReadingOptions(), {CaretOption(), BufferOption({})}}),
             .run = RunExpand};
 }
 
 CommandInfo TemplateGenerateCommand() {
     return {.name = "template generate",
-            .description = "Turn code on standard input into a template",
+            .description = "Turn code on standard input or in a buffer into a template",
             .footer = GenerateFooter,
             .arguments = {PathArgument()},
-            .options = Joined({ReadingOptions(), {CaretOption()}}),
+            .options = Joined({ReadingOptions(), {CaretOption(), BufferOption({})}}),
             .run = RunGenerate};
 }
 

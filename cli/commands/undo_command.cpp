@@ -3,9 +3,8 @@
 #include "cli/environment.h"
 #include "cli/help_text.h"
 #include "cli/options/shared_options.h"
-#include "cli/output/messages.h"
 #include "cli/output/terminal_text.h"
-#include "cli/project/project_lock.h"
+#include "cli/project/locked_run.h"
 #include "cli/project/undo_store.h"
 #include "workspace/project_folders.h"
 #include "workspace/read_file.h"
@@ -104,20 +103,9 @@ std::expected<std::string, workspace::Diagnostics> Undo(const std::filesystem::p
 }
 
 ExitStatus Run(const OptionReader& given, Environment& environment) {
-    Messages messages(environment.streams, false);
     const std::filesystem::path path = ReadReading(given).path;
-    const auto lock = LockProject(path, ReadWait(given), messages);
-    if (!lock) {
-        messages.Error(lock.error());
-        return ExitStatus::Failed;
-    }
-    const auto done = Undo(path, UndoStore(environment.stateFolder));
-    if (!done) {
-        messages.Errors(done.error());
-        return ExitStatus::Failed;
-    }
-    environment.streams.out.Write(*done);
-    return ExitStatus::Done;
+    return RunLocked(path, ReadWait(given), environment,
+                     [&] { return Undo(path, UndoStore(environment.stateFolder)); });
 }
 
 }  // namespace

@@ -22,13 +22,6 @@
 namespace lintara::cli {
 namespace {
 
-// The path as a diff names it: without a leading slash, relative where it can be.
-std::string DiffLabel(const std::filesystem::path& path) {
-    std::string label = path.lexically_normal().generic_string();
-    label.erase(0, label.find_first_not_of('/'));
-    return label;
-}
-
 class EditRun {
   public:
     EditRun(const EditCommandOptions& options, const EditJob& job, Environment& environment)

@@ -114,7 +114,7 @@ std::optional<Skip> HandlerInsertion::CheckOthers(const EditTarget& target,
         if (blocks_[i]) {
             skip = CheckSameLabel(target, part, *blocks_[i]);
         } else {
-            skip = writer_.CheckLabels(target, part, text_.body(part));
+            skip = writer_.CheckLabels(target, text_, part, std::nullopt);
         }
     }
     return skip;

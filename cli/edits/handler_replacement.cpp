@@ -7,6 +7,7 @@
 #include "workspace/encoding.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace lintara::cli {
 namespace {
@@ -36,14 +37,18 @@ std::optional<Skip> HandlerReplacement::Replace(const EditTarget& target, const 
     }
     const bool isNumbered = std::ranges::any_of(
         text.parts(), [&](const Part& part) { return FindNumericLabel(text.body(part)).has_value(); });
+    std::vector<Remark> remarks;
     if (isNumbered) {
-        if (auto skip = TakeNumbersOut(target, group, text, blocks)) {
+        if (auto skip = TakeNumbersOut(target, group, text, blocks, remarks)) {
             return skip;
         }
     }
     auto skip = ReplaceUnnumbered(target, group, text, blocks, *label, report);
     if (skip && isNumbered) {
         numbered_.PutBackAll(target.module);
+    }
+    if (!skip) {
+        std::ranges::move(remarks, std::back_inserter(report.remarks));
     }
     return skip;
 }
@@ -55,7 +60,7 @@ std::optional<Skip> HandlerReplacement::ReplaceUnnumbered(const EditTarget& targ
     auto skip = HandlerRemoval::Check(target, text, blocks, label, wanted_.label);
     for (std::size_t i = 0; !skip && i < blocks.size(); ++i) {
         const Part& part = text.parts()[i];
-        skip = CheckBody(target, part, text.body(part), blocks[i]);
+        skip = CheckBody(target, text, part, blocks[i]);
     }
     if (!skip) {
         skip = writer_.CheckCode(group);
@@ -79,9 +84,10 @@ std::optional<Skip> HandlerReplacement::ReplaceUnnumbered(const EditTarget& targ
     return std::nullopt;
 }
 
-std::optional<Skip> HandlerReplacement::CheckBody(const EditTarget& target, const Part& part,
-                                                  std::span<const Text> body,
+std::optional<Skip> HandlerReplacement::CheckBody(const EditTarget& target, const ProcedureText& text,
+                                                  const Part& part,
                                                   const std::optional<HandlerBlock>& block) const {
+    const auto body = text.body(part);
     if (const auto foreign = FindForeignNumber(body)) {
         const Line line = At(part, *foreign);
         return Skip{SkipReason::ForeignNumbers, line,
@@ -100,11 +106,12 @@ std::optional<Skip> HandlerReplacement::CheckBody(const EditTarget& target, cons
                         target.Place(line) +
                         " stands inside the handler and would go with it; remove it first"};
     }
-    return writer_.CheckLabels(target, part, kept);
+    return writer_.CheckLabels(target, text, part, block);
 }
 
 std::optional<Skip> HandlerReplacement::TakeNumbersOut(const EditTarget& target, const ProcedureGroup& group,
-                                                       ProcedureText& text, Blocks& blocks) {
+                                                       ProcedureText& text, Blocks& blocks,
+                                                       std::vector<Remark>& remarks) {
     for (const Part& part : text.parts()) {
         const auto number = FindNumericLabel(text.body(part));
         if (number && !numbersToo_) {
@@ -115,7 +122,7 @@ std::optional<Skip> HandlerReplacement::TakeNumbersOut(const EditTarget& target,
         }
     }
     std::swap(numbered_, text);
-    if (const auto removed = numberRemoval_.RemoveFrom(target, group, numbered_); !removed) {
+    if (const auto removed = numberRemoval_.RemoveFrom(target, group, numbered_, remarks); !removed) {
         return removed.error();
     }
     text.Read(target.module, group);

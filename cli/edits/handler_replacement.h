@@ -11,6 +11,7 @@
 #include <expected>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace lintara::cli {
 
@@ -36,12 +37,13 @@ class HandlerReplacement {
                                                         ProcedureText& text, Blocks& blocks, TextView label,
                                                         ComponentReport& report);
     [[nodiscard]] std::optional<Skip> TakeNumbersOut(const EditTarget& target, const ProcedureGroup& group,
-                                                     ProcedureText& text, Blocks& blocks);
+                                                     ProcedureText& text, Blocks& blocks,
+                                                     std::vector<Remark>& remarks);
     // That of the handlers that are there.
     [[nodiscard]] std::expected<Text, Skip> LabelOf(const EditTarget& target, const ProcedureText& text,
                                                     const Blocks& blocks) const;
-    [[nodiscard]] std::optional<Skip> CheckBody(const EditTarget& target, const Part& part,
-                                                std::span<const Text> body,
+    [[nodiscard]] std::optional<Skip> CheckBody(const EditTarget& target, const ProcedureText& text,
+                                                const Part& part,
                                                 const std::optional<HandlerBlock>& block) const;
 
     WantedHandler wanted_;

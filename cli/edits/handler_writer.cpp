@@ -3,6 +3,7 @@
 #include "base/constants.h"
 #include "base/statement.h"
 #include "cli/edits/refusal.h"
+#include "cli/guards/block_jumps.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/guards/labels.h"
 #include "cli/guards/redirected_lines.h"
@@ -56,8 +57,10 @@ std::optional<Skip> HandlerWriter::CheckCode(const ProcedureGroup& group) const 
     return std::nullopt;
 }
 
-std::optional<Skip> HandlerWriter::CheckLabels(const EditTarget& target, const Part& part,
-                                               std::span<const Text> body) const {
+std::optional<Skip> HandlerWriter::CheckLabels(const EditTarget& target, const ProcedureText& text,
+                                               const Part& part,
+                                               const std::optional<HandlerBlock>& block) const {
+    const auto body = text.body(part).first(block ? block->begin : text.body(part).size());
     std::vector<Text> labels = LabelsIn(std::span(block_).subspan(CodeLine));
     labels.push_back(wanted_.label);
     for (const Text& label : labels) {
@@ -75,7 +78,31 @@ std::optional<Skip> HandlerWriter::CheckLabels(const EditTarget& target, const P
                             ", and would be changed, too"};
         }
     }
-    return std::nullopt;
+    return CheckJumps(target, text, part, block);
+}
+
+// A jump to a label that nothing has is a fault in the code already, but the handler's label would hide it.
+// "On Error GoTo" with that label only waits for the handler.
+std::optional<Skip> HandlerWriter::CheckJumps(const EditTarget& target, const ProcedureText& text,
+                                              const Part& part,
+                                              const std::optional<HandlerBlock>& block) const {
+    const auto body = text.body(part);
+    const std::size_t kept = block ? block->begin : body.size();
+    const auto above =
+        text.lines(part).first(static_cast<std::size_t>(part.body.begin - part.lines.begin) + kept);
+    std::vector<Text> lines(above.begin(), above.end());
+    for (RedirectedLine& line : RedirectLines(above, wanted_.label, constants::NoErrorHandler)) {
+        lines[line.index] = std::move(line.text);
+    }
+    lines.insert(lines.end(), block_.begin(), block_.end());
+    const auto jump = FindJumpIntoBlock(lines, above.size(), lines.size(), body.subspan(kept));
+    if (!jump) {
+        return std::nullopt;
+    }
+    const Line line = part.lines.begin + static_cast<std::int32_t>(jump->line);
+    return Skip{SkipReason::JumpTarget, line,
+                target.Place(line) + " jumps to " + Printable(jump->target) +
+                    ", which is nowhere now; it would jump into the handler"};
 }
 
 std::optional<Skip> HandlerWriter::Write(const EditTarget& target, const ProcedureGroup& group,

@@ -27,9 +27,10 @@ class HandlerWriter {
 
     // What speaks against the template's code, as it would be inserted.
     [[nodiscard]] std::optional<Skip> CheckCode(const ProcedureGroup& group) const;
-    // What speaks against a handler in the part, whose other lines are `body`.
-    [[nodiscard]] std::optional<Skip> CheckLabels(const EditTarget& target, const Part& part,
-                                                  std::span<const Text> body) const;
+    // What speaks against a handler in the part, in the place of `block` when there is one.
+    [[nodiscard]] std::optional<Skip> CheckLabels(const EditTarget& target, const ProcedureText& text,
+                                                  const Part& part,
+                                                  const std::optional<HandlerBlock>& block) const;
 
     // Writes into the parts of `text` that have none of `blocks`. `isLed` tells of each part whether a
     // statement led to a handler that was taken out: it leads to the new one, and no other is needed. What
@@ -50,6 +51,9 @@ class HandlerWriter {
         std::vector<Line> closings = {};  // of each part, as the input had them
     };
 
+    [[nodiscard]] std::optional<Skip> CheckJumps(const EditTarget& target, const ProcedureText& text,
+                                                 const Part& part,
+                                                 const std::optional<HandlerBlock>& block) const;
     [[nodiscard]] std::vector<Remark> Remarks(const Work& work) const;
     // Whether the module holds the blocks where they belong and is the same around them.
     [[nodiscard]] bool IsAsForeseen(const Work& work, const ProcedureGroup& group,

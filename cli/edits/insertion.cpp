@@ -1,13 +1,67 @@
 #include "cli/edits/insertion.h"
 
+#include "cli/buffers/buffer_source.h"
 #include "cli/edits/handler_insertion.h"
 #include "cli/edits/label_settings.h"
 #include "cli/edits/number_insertion.h"
 #include "cli/edits/procedure_editor.h"
+#include "cli/edits/rehearsal.h"
 #include "cli/options/handler_options.h"
 #include "cli/options/shared_options.h"
+#include "cli/project/open_project.h"
 
 namespace lintara::cli {
+namespace {
+
+std::unique_ptr<ProcedureEditor> MakeProcedureEditor(const InsertionOptions& options,
+                                                     workspace::Workspace& workspace,
+                                                     std::shared_ptr<hostmodel::Globals> globals,
+                                                     const Environment& environment) {
+    // Numbers by module follow from where the lines stand when everything else is in its place.
+    EditPlan plan{.exact = options.exact, .inPasses = options.numbers.numbering == Numbering::Module};
+    const auto settings =
+        std::make_shared<LabelSettings>(environment.platform.settings, options.handler.label);
+    if (options.work.errorHandlers) {
+        plan.edits.push_back(std::make_unique<HandlerInsertion>(
+            options.handler,
+            HandlerRefresh{.wanted = options.refresh, .numbersToo = options.work.lineNumbers}, settings));
+    }
+    if (options.work.lineNumbers) {
+        plan.edits.push_back(std::make_unique<NumberInsertion>(options.numbers));
+    }
+    Platform platform = environment.platform;
+    platform.settings = settings;
+    return std::make_unique<ProcedureEditor>(workspace, std::move(globals), std::move(platform),
+                                             std::move(plan));
+}
+
+// Replaces handlers together with the numbers in them, or neither.
+class HandlersWithNumbers : public ComponentEditor {
+  public:
+    HandlersWithNumbers(InsertionOptions options, workspace::Workspace& workspace,
+                        std::shared_ptr<hostmodel::Globals> globals, const Environment& environment)
+        : options_(std::move(options)),
+          environment_(environment),
+          editor_(MakeProcedureEditor(options_, workspace, std::move(globals), environment)) {}
+
+    [[nodiscard]] ComponentReport Edit(const ScopedComponent& scope) override {
+        return editor_->Edit(scope, NumbersAtRisk(options_, scope, environment_));
+    }
+
+  private:
+    InsertionOptions options_;
+    const Environment& environment_;
+    std::unique_ptr<ProcedureEditor> editor_;
+};
+
+}  // namespace
+
+KeptProcedures NumbersAtRisk(const InsertionOptions& options, const ScopedComponent& scope,
+                             const Environment& environment) {
+    return FindNumbersAtRisk(scope, [&](workspace::Workspace& workspace) {
+        return MakeProcedureEditor(options, workspace, MakeGlobals(workspace, environment), environment);
+    });
+}
 
 std::vector<OptionInfo> InsertionOptionInfos(std::string_view group) {
     const OptionInfo renumber{.name = "renumber",
@@ -20,7 +74,7 @@ std::vector<OptionInfo> InsertionOptionInfos(std::string_view group) {
         .group = group,
         .inProjectFile = true};
     return Joined({WorkOptionInfos(group),
-                   {LabelOption(group), TemplateOption(group), refresh},
+                   {LabelOption(group), TemplateOption(group), BufferOption(group), refresh},
                    NumberOptionInfos(group),
                    {renumber}});
 }
@@ -46,22 +100,12 @@ std::unique_ptr<ComponentEditor> MakeInsertionEditor(const InsertionOptions& opt
                                                      workspace::Workspace& workspace,
                                                      std::shared_ptr<hostmodel::Globals> globals,
                                                      const Environment& environment) {
-    // Numbers by module follow from where the lines stand when everything else is in its place.
-    EditPlan plan{.exact = options.exact, .inPasses = options.numbers.numbering == Numbering::Module};
-    const auto settings =
-        std::make_shared<LabelSettings>(environment.platform.settings, options.handler.label);
-    if (options.work.errorHandlers) {
-        plan.edits.push_back(std::make_unique<HandlerInsertion>(
-            options.handler,
-            HandlerRefresh{.wanted = options.refresh, .numbersToo = options.work.lineNumbers}, settings));
+    const bool replacesBoth =
+        options.refresh && options.work.errorHandlers && options.work.lineNumbers && !options.exact;
+    if (replacesBoth) {
+        return std::make_unique<HandlersWithNumbers>(options, workspace, std::move(globals), environment);
     }
-    if (options.work.lineNumbers) {
-        plan.edits.push_back(std::make_unique<NumberInsertion>(options.numbers));
-    }
-    Platform platform = environment.platform;
-    platform.settings = settings;
-    return std::make_unique<ProcedureEditor>(workspace, std::move(globals), std::move(platform),
-                                             std::move(plan));
+    return MakeProcedureEditor(options, workspace, std::move(globals), environment);
 }
 
 }  // namespace lintara::cli

@@ -4,6 +4,7 @@
 
 #include "cli/edits/edit_run.h"
 #include "cli/edits/handler_block.h"
+#include "cli/edits/procedure_editor.h"
 #include "cli/environment.h"
 #include "cli/options.h"
 #include "cli/options/command_info.h"
@@ -28,8 +29,14 @@ struct InsertionOptions {
 // Throws UsageError, also when nothing is to be inserted. Reads the template's file, or standard input.
 [[nodiscard]] InsertionOptions ReadInsertion(const OptionReader& given, Environment& environment);
 
+// The editor keeps `environment`, which must outlive it.
 [[nodiscard]] std::unique_ptr<ComponentEditor> MakeInsertionEditor(
     const InsertionOptions& options, workspace::Workspace& workspace,
     std::shared_ptr<hostmodel::Globals> globals, const Environment& environment);
+
+// The procedures that such an insertion leaves as they are, because their numbers would be taken out to bring
+// the handler up to date, and no new ones could be written.
+[[nodiscard]] KeptProcedures NumbersAtRisk(const InsertionOptions& options, const ScopedComponent& scope,
+                                           const Environment& environment);
 
 }  // namespace lintara::cli

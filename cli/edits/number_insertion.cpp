@@ -13,6 +13,7 @@
 #include "workspace/syntax.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace lintara::cli {
 namespace {
@@ -63,6 +64,7 @@ std::expected<bool, Skip> NumberInsertion::Apply(const EditTarget& target, const
     if (auto skip = Number(target, group)) {
         return std::unexpected(*std::move(skip));
     }
+    std::ranges::move(remarks_, std::back_inserter(report.remarks));
     bool numbered = false;
     for (const Part& part : text_.parts()) {
         if (Settle(target, part)) {
@@ -142,6 +144,7 @@ bool NumberInsertion::IsNumberedAlready(const EditTarget& target, const Procedur
 
 std::optional<Skip> NumberInsertion::ClearTheWay(const EditTarget& target, const ProcedureGroup& group) {
     removedFirst_ = false;
+    remarks_.clear();
     if (FirstNumber()) {
         if (auto skip = RemoveFirst(target, group)) {
             return skip;
@@ -159,7 +162,7 @@ std::optional<Skip> NumberInsertion::ClearTheWay(const EditTarget& target, const
 
 std::optional<Skip> NumberInsertion::RemoveFirst(const EditTarget& target, const ProcedureGroup& group) {
     std::swap(text_, before_);
-    const auto removed = removal_.RemoveFrom(target, group, before_);
+    const auto removed = removal_.RemoveFrom(target, group, before_, remarks_);
     if (!removed) {
         return removed.error();
     }

@@ -73,6 +73,7 @@ class NumberInsertion : public ProcedureEdit {
     ProcedureText text_;    // as the insertion found it
     ProcedureText before_;  // ahead of the removal that came first
     bool removedFirst_ = false;
+    std::vector<Remark> remarks_;  // of that removal
     std::vector<std::size_t> indexes_;
     Text current_;
 };

@@ -1,8 +1,8 @@
 #include "cli/edits/number_removal.h"
 
 #include "cli/guards/jump_targets.h"
-#include "cli/guards/lines_to_keep.h"
 #include "cli/guards/range_guard.h"
+#include "cli/output/terminal_text.h"
 
 #include <algorithm>
 
@@ -37,10 +37,41 @@ std::optional<Skip> CheckJumps(const EditTarget& target, const ProcedureText& te
     return std::nullopt;
 }
 
+// "5, 7 to 9"; `lines` go up.
+std::string Listed(std::span<const Line> lines) {
+    std::string list;
+    for (std::size_t i = 0; i < lines.size();) {
+        std::size_t last = i;
+        while (last + 1 < lines.size() && lines[last + 1] == lines[last] + 1) {
+            ++last;
+        }
+        list += (list.empty() ? "" : ", ") + std::to_string(lines[i].value());
+        if (last > i) {
+            list += " to " + std::to_string(lines[last].value());
+        }
+        i = last + 1;
+    }
+    return list;
+}
+
+Remark KeptRemark(const EditTarget& target, const workspace::ProcedureInfo& procedure,
+                  const ProcedureText::Part& part, std::span<const std::size_t> indexes) {
+    std::vector<Line> lines;
+    for (const std::size_t index : indexes) {
+        lines.push_back(target.Input(part.body.begin + static_cast<std::int32_t>(index)));
+    }
+    const bool one = lines.size() == 1;
+    return {"kept-blanks", lines.front(),
+            std::string(KindWord(procedure)) + " " + Printable(procedure.name) +
+                " has too few numbers to tell that " + (one ? "line " : "lines ") + Listed(lines) +
+                ", which " + (one ? "has" : "have") + " none, " + (one ? "was" : "were") + " shifted; " +
+                (one ? "it keeps its blanks" : "they keep their blanks")};
+}
+
 }  // namespace
 
 std::expected<bool, Skip> NumberRemoval::Apply(const EditTarget& target, const ProcedureGroup& group,
-                                               ComponentReport&) {
+                                               ComponentReport& report) {
     text_.Read(target.module, group);
     if (!FindNumbers(text_)) {
         return false;
@@ -48,7 +79,7 @@ std::expected<bool, Skip> NumberRemoval::Apply(const EditTarget& target, const P
     if (auto skip = CheckRanges(target, group)) {
         return std::unexpected(*std::move(skip));
     }
-    return RemoveFrom(target, group, text_);
+    return RemoveFrom(target, group, text_, report.remarks);
 }
 
 bool NumberRemoval::ApplyExactly(const EditTarget& target, const ProcedureGroup& group) {
@@ -70,7 +101,7 @@ bool NumberRemoval::HasWork(const workspace::Module& module,
 }
 
 std::expected<bool, Skip> NumberRemoval::RemoveFrom(const EditTarget& target, const ProcedureGroup& group,
-                                                    const ProcedureText& text) {
+                                                    const ProcedureText& text, std::vector<Remark>& remarks) {
     if (!FindNumbers(text)) {
         return false;
     }
@@ -78,7 +109,7 @@ std::expected<bool, Skip> NumberRemoval::RemoveFrom(const EditTarget& target, co
         return std::unexpected(*std::move(skip));
     }
     target.lintara.LineNumbersRemover(target.project.name(), target.component.name, group.name);
-    PutBackOthers(target, text);
+    PutBackOthers(target, group, text, remarks);
     return true;
 }
 
@@ -105,7 +136,8 @@ std::optional<Skip> NumberRemoval::CheckNumbers(const EditTarget& target, const 
     return std::nullopt;
 }
 
-void NumberRemoval::PutBackOthers(const EditTarget& target, const ProcedureText& text) {
+void NumberRemoval::PutBackOthers(const EditTarget& target, const ProcedureGroup& group,
+                                  const ProcedureText& text, std::vector<Remark>& remarks) {
     for (std::size_t i = 0; i < text.parts().size(); ++i) {
         const ProcedureText::Part& part = text.parts()[i];
         if (numbered_[i].empty()) {
@@ -115,9 +147,12 @@ void NumberRemoval::PutBackOthers(const EditTarget& target, const ProcedureText&
             }
             continue;
         }
-        FindLinesToKeep(text.body(part), numbered_[i], indexes_);
-        for (const std::size_t index : indexes_) {
+        FindLinesToKeep(text.body(part), numbered_[i], kept_);
+        for (const std::size_t index : kept_.all) {
             text.PutBack(target.module, part, index);
+        }
+        if (!kept_.unnumbered.empty()) {
+            remarks.push_back(KeptRemark(target, group.reached[i], part, kept_.unnumbered));
         }
     }
 }

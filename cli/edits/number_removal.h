@@ -3,6 +3,7 @@
 
 #include "cli/edits/procedure_edit.h"
 #include "cli/guards/existing_numbers.h"
+#include "cli/guards/lines_to_keep.h"
 #include "cli/project/procedure_text.h"
 
 #include <array>
@@ -24,16 +25,18 @@ class NumberRemoval : public ProcedureEdit {
 
     // The same as Apply for a group whose lines were read, and whose ranges were compared, by the caller.
     [[nodiscard]] std::expected<bool, Skip> RemoveFrom(const EditTarget& target, const ProcedureGroup& group,
-                                                       const ProcedureText& text);
+                                                       const ProcedureText& text,
+                                                       std::vector<Remark>& remarks);
 
   private:
     [[nodiscard]] bool FindNumbers(const ProcedureText& text);
     [[nodiscard]] std::optional<Skip> CheckNumbers(const EditTarget& target, const ProcedureText& text) const;
-    void PutBackOthers(const EditTarget& target, const ProcedureText& text);
+    void PutBackOthers(const EditTarget& target, const ProcedureGroup& group, const ProcedureText& text,
+                       std::vector<Remark>& remarks);
 
     ProcedureText text_;
     std::array<std::vector<NumberedLine>, 3> numbered_;  // of each part
-    std::vector<std::size_t> indexes_;
+    LinesToKeep kept_;
 };
 
 }  // namespace lintara::cli

@@ -7,29 +7,8 @@
 namespace lintara::cli {
 namespace {
 
-// What several edits object to in the same way is told once.
-void AddSkipped(const workspace::Module& module, const ProcedureGroup& group, Skip skip,
-                std::string_view fate, ComponentReport& report) {
-    const Line header = InputLine(module, group.reached.front().header);
-    const auto earlier = std::ranges::find_if(report.skipped, [&](const SkippedProcedure& skipped) {
-        return skipped.line == header && skipped.reason == skip.reason;
-    });
-    if (earlier != report.skipped.end()) {
-        earlier->fate = "was skipped";
-        return;
-    }
-    report.skipped.push_back({group.name, KindWord(group), header, skip.reason, InputLine(module, skip.at),
-                              std::move(skip.message), fate});
-}
-
-void ReportUnreachable(const ScopedComponent& scope, ComponentReport& report) {
-    for (const ProcedureGroup& group : scope.groups) {
-        AddSkipped(*scope.component->module, group,
-                   {SkipReason::NameClash, group.reached.front().header,
-                    "another component of that name comes first and would be edited in its place"},
-                   "was skipped", report);
-    }
-}
+// What became of a procedure that no edit may touch.
+constexpr std::string_view WasSkipped = "was skipped";
 
 }  // namespace
 
@@ -39,10 +18,16 @@ ProcedureEditor::ProcedureEditor(workspace::Workspace& workspace, std::shared_pt
     lintara_.oG = std::move(globals);
 }
 
-ComponentReport ProcedureEditor::Edit(const ScopedComponent& scope) {
+ComponentReport ProcedureEditor::Edit(const ScopedComponent& scope, const KeptProcedures& kept) {
     ComponentReport report{.project = scope.project, .component = scope.component};
+    skippedAt_.clear();
     if (!IsReachable(workspace_, scope)) {
-        ReportUnreachable(scope, report);
+        for (const ProcedureGroup& group : scope.groups) {
+            AddSkipped(*scope.component->module, group,
+                       {SkipReason::NameClash, group.reached.front().header,
+                        "another component of that name comes first and would be edited in its place"},
+                       WasSkipped, report);
+        }
         return report;
     }
     workspace_.SetActiveProject(*scope.project);
@@ -51,7 +36,7 @@ ComponentReport ProcedureEditor::Edit(const ScopedComponent& scope) {
     if (plan_.backwards) {
         std::ranges::reverse(groups);
     }
-    Walk(target, groups, report);
+    Walk(target, groups, kept, report);
     if (plan_.backwards) {
         std::ranges::reverse(report.edited);
         std::ranges::reverse(report.skipped);
@@ -61,7 +46,7 @@ ComponentReport ProcedureEditor::Edit(const ScopedComponent& scope) {
 }
 
 void ProcedureEditor::Walk(const EditTarget& target, std::vector<ProcedureGroup>& groups,
-                           ComponentReport& report) {
+                           const KeptProcedures& kept, ComponentReport& report) {
     const Edits edits(plan_.edits);
     const std::size_t atOnce = plan_.inPasses ? 1 : std::max<std::size_t>(edits.size(), 1);
     std::vector<bool> edited(groups.size());
@@ -69,7 +54,11 @@ void ProcedureEditor::Walk(const EditTarget& target, std::vector<ProcedureGroup>
         const bool isLast = first + atOnce >= edits.size();
         for (std::size_t i = 0; i < groups.size(); ++i) {
             ProcedureGroup& group = groups[i];
-            edited[i] = EditGroup(target, group, edits.subspan(first, atOnce), report) || edited[i];
+            if (const auto keep = kept.find(group.reached.front().number); keep == kept.end()) {
+                edited[i] = EditGroup(target, group, edits.subspan(first, atOnce), report) || edited[i];
+            } else if (isLast) {
+                report.skipped.push_back(keep->second);
+            }
             if (isLast && edited[i]) {
                 report.edited.push_back(
                     {group.name, KindWord(group), target.Input(group.reached.front().header)});
@@ -99,11 +88,23 @@ bool ProcedureEditor::Apply(ProcedureEdit& edit, const EditTarget& target, const
     }
     auto edited = edit.Apply(target, group, report);
     if (!edited) {
-        const std::string_view fate = plan_.edits.size() > 1 ? edit.fate() : "was skipped";
+        const std::string_view fate = plan_.edits.size() > 1 ? edit.fate() : WasSkipped;
         AddSkipped(target.module, group, std::move(edited.error()), fate, report);
         return false;
     }
     return *edited;
+}
+
+void ProcedureEditor::AddSkipped(const workspace::Module& module, const ProcedureGroup& group, Skip skip,
+                                 std::string_view fate, ComponentReport& report) {
+    const Line header = InputLine(module, group.reached.front().header);
+    const auto [place, isNew] = skippedAt_.try_emplace({header, skip.reason}, report.skipped.size());
+    if (isNew) {
+        report.skipped.push_back({group.name, KindWord(group), header, skip.reason,
+                                  InputLine(module, skip.at), std::move(skip.message), fate});
+    } else {
+        report.skipped[place->second].fate = WasSkipped;
+    }
 }
 
 void ProcedureEditor::ReportUnreached(const EditTarget& target, const ProcedureGroup& group,

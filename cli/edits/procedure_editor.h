@@ -9,8 +9,12 @@
 #include "hostmodel/globals.h"
 #include "workspace/workspace.h"
 
+#include <cstddef>
+#include <map>
 #include <memory>
 #include <span>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace lintara::cli {
@@ -27,23 +31,32 @@ struct EditPlan {
     bool inPasses = false;
 };
 
+// Groups of procedures that stay as they are, by the number of their first one in the module, and what is
+// told of them.
+using KeptProcedures = std::map<std::size_t, SkippedProcedure>;
+
 class ProcedureEditor : public ComponentEditor {
   public:
     // `globals` show `workspace`; `platform` is what the library gets.
     ProcedureEditor(workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals,
                     Platform platform, EditPlan plan);
 
-    [[nodiscard]] ComponentReport Edit(const ScopedComponent& scope) override;
+    [[nodiscard]] ComponentReport Edit(const ScopedComponent& scope) override { return Edit(scope, {}); }
+    [[nodiscard]] ComponentReport Edit(const ScopedComponent& scope, const KeptProcedures& kept);
 
   private:
     using Edits = std::span<const std::unique_ptr<ProcedureEdit>>;
 
-    void Walk(const EditTarget& target, std::vector<ProcedureGroup>& groups, ComponentReport& report);
+    void Walk(const EditTarget& target, std::vector<ProcedureGroup>& groups, const KeptProcedures& kept,
+              ComponentReport& report);
     // Whether anything was edited.
     [[nodiscard]] bool EditGroup(const EditTarget& target, ProcedureGroup& group, Edits edits,
                                  ComponentReport& report);
     [[nodiscard]] bool Apply(ProcedureEdit& edit, const EditTarget& target, const ProcedureGroup& group,
                              ComponentReport& report);
+    // Two edits that skip a procedure for the same reason are told as one.
+    void AddSkipped(const workspace::Module& module, const ProcedureGroup& group, Skip skip,
+                    std::string_view fate, ComponentReport& report);
     void ReportUnreached(const EditTarget& target, const ProcedureGroup& group,
                          ComponentReport& report) const;
     [[nodiscard]] bool HasWork(const workspace::Module& module,
@@ -52,6 +65,8 @@ class ProcedureEditor : public ComponentEditor {
     workspace::Workspace& workspace_;
     Lintara lintara_;
     EditPlan plan_;
+    // Where the report of the component that is edited has the skips that edits asked for.
+    std::map<std::pair<Line, SkipReason>, std::size_t> skippedAt_;
 };
 
 }  // namespace lintara::cli

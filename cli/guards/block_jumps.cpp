@@ -50,8 +50,12 @@ std::unordered_set<Text> TargetsIn(std::span<const Text> lines) {
 
 }  // namespace
 
-std::optional<BlockJump> FindJumpIntoBlock(std::span<const Text> lines, std::size_t begin, std::size_t end) {
-    const std::unordered_set<Text> inside = TargetsIn(lines.subspan(begin, end - begin));
+std::optional<BlockJump> FindJumpIntoBlock(std::span<const Text> lines, std::size_t begin, std::size_t end,
+                                           std::span<const Text> others) {
+    std::unordered_set<Text> inside = TargetsIn(lines.subspan(begin, end - begin));
+    for (const Text& target : TargetsIn(others)) {
+        inside.erase(target);
+    }
     if (inside.empty()) {
         return std::nullopt;
     }

@@ -1,4 +1,4 @@
-// Jumps into a block of lines that is about to go: to labels and line numbers in it.
+// Jumps into a block of lines that is about to come or go: to labels and line numbers in it.
 #pragma once
 
 #include "base/text.h"
@@ -17,8 +17,9 @@ struct BlockJump {
 };
 
 // The first jump from `lines`, a procedure, outside the lines from `begin` up to, not including, `end` to a
-// label or number inside them. GoTo, GoSub, Resume, On ... GoTo, and If ... Then with a number, jump.
+// label or number inside them; those that `others` have, too, do not count. GoTo, GoSub, Resume, On ... GoTo,
+// and If ... Then with a number, jump.
 [[nodiscard]] std::optional<BlockJump> FindJumpIntoBlock(std::span<const Text> lines, std::size_t begin,
-                                                         std::size_t end);
+                                                         std::size_t end, std::span<const Text> others = {});
 
 }  // namespace lintara::cli

@@ -1,5 +1,5 @@
-// Lines that removal changes though insertion never does. They have to be put back, or removal after
-// insertion would not restore the procedure.
+// Lines that removal would change though insertion never did. They have to be put back, or removal after
+// insertion would not restore the procedure, and would pull code to the left that nothing had shifted.
 #pragma once
 
 #include "base/text.h"
@@ -17,10 +17,21 @@ namespace lintara::cli {
 [[nodiscard]] std::size_t FirstLineBeyondLimit(std::span<const Text> lines,
                                                std::span<const NumberedLine> numbered);
 
-// Replaces `indexes` by the lines of the body `lines`, as they are before the removal, that have to be put
-// back after it: those of blanks only, those with a label that is no number, those beyond the limit, and
+// Indexes of lines of a body, in order.
+struct LinesToKeep {
+    std::vector<std::size_t> all;
+    // Those of them that have no number although insertion would give them one, and the lines that go with
+    // these. All others follow from the text alone.
+    std::vector<std::size_t> unnumbered;
+};
+
+// Replaces `kept` by the lines of the body `lines`, as they are before the removal, that have to be put back
+// after it: those of blanks only, those with a label that is no number, those beyond the limit, and
 // continuation lines that begin like a numbered line.
-void FindLinesToKeep(std::span<const Text> lines, std::span<const NumberedLine> numbered,
-                     std::vector<std::size_t>& indexes);
+//
+// A line without a number that insertion would number was added to numbered code when most such lines of the
+// body have a number, and was shifted with them; otherwise it never was, and is put back. The lines that
+// insertion only shifts, continuation lines and the first below Select Case, go with their statement.
+void FindLinesToKeep(std::span<const Text> lines, std::span<const NumberedLine> numbered, LinesToKeep& kept);
 
 }  // namespace lintara::cli

@@ -233,6 +233,9 @@ std::expected<std::vector<NumberTable>, std::string> TablesOf(NumberMap map,
         } else {
             AddMapped(std::move(mapped.procedures), tables[same->second].procedures);
         }
+        NumberTable& table = same == indexes.end() ? tables.back() : tables[same->second];
+        table.mappedFile = std::move(mapped.file);
+        table.mappedCopy = mapped.copy;
     }
     return tables;
 }

@@ -32,6 +32,9 @@ struct NumberTable {
     const workspace::Component* now = nullptr;  // as the sources have it; null: they have it no more
     // When a map tells the procedures: those that the sources have, which may be others.
     std::optional<std::vector<NumberedProcedure>> present = {};
+    // What the map tells of the component in the copy.
+    std::string mappedFile = {};  // from the map's folder on
+    std::optional<std::uint64_t> mappedCopy = {};
 };
 
 // What insertion wrote into the modules of the workspace.

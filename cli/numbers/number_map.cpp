@@ -3,6 +3,7 @@
 #include "cli/edits/number_insertion.h"
 #include "cli/options/option_values.h"
 #include "cli/output/json_text.h"
+#include "workspace/checksum.h"
 #include "workspace/encoding.h"
 #include "workspace/parallel.h"
 #include "workspace/path_resolver.h"
@@ -88,10 +89,12 @@ std::string ComponentText(const workspace::Project& project, const workspace::Co
     if (procedures.empty()) {
         return {};
     }
+    std::string bytes;
+    component.module->AppendCurrentBytes(bytes);
     return "{\"project\": " + Quoted(JsonText(project.name())) +
            ", \"component\": " + Quoted(JsonText(component.name)) +
-           ", \"file\": " + Quoted(FileInProject(project, component)) + ", \"procedures\": [" + procedures +
-           "]}";
+           ", \"file\": " + Quoted(FileInProject(project, component)) + ", \"copy\": \"" +
+           Hexadecimal(workspace::Checksum(bytes)) + "\", \"procedures\": [" + procedures + "]}";
 }
 
 struct Part {
@@ -192,7 +195,11 @@ MappedComponent ComponentIn(const Json& object) {
     MappedComponent component{.project = workspace::FromUtf8(object.at("project").get<std::string>()),
                               .component = workspace::FromUtf8(object.at("component").get<std::string>()),
                               .file = FileIn(object.at("file")),
+                              .copy = {},
                               .procedures = {}};
+    if (object.contains("copy")) {
+        component.copy = ChecksumIn(object.at("copy").get<std::string>());
+    }
     for (const Json& procedure : object.at("procedures")) {
         component.procedures.push_back(ProcedureIn(procedure));
     }

@@ -4,7 +4,8 @@
 //   version      1
 //   numbering    "procedure" or "module"
 //   base, step   of the numbers
-//   components   of each: project, component, file (from the project's folder on, with slashes), procedures
+//   components   of each: project, component, file (from the project's folder on, with slashes), copy (the
+//                checksum of the numbered file), procedures
 //   procedures   of each that has numbers: name, kind, line and fileLine of its header, checksum of its
 //   lines,
 //                numbers, and inserted when there are any
@@ -17,8 +18,10 @@
 #include "cli/options.h"
 #include "workspace/workspace.h"
 
+#include <cstdint>
 #include <expected>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +34,7 @@ struct MappedComponent {
     Text project;
     Text component;
     std::string file;
+    std::optional<std::uint64_t> copy;  // checksum of the numbered file; none in older maps
     std::vector<NumberedProcedure> procedures;
 };
 

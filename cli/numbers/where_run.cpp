@@ -8,6 +8,7 @@
 #include "cli/project/open_project.h"
 #include "cli/scope/exclusions.h"
 #include "cli/scope/scope.h"
+#include "workspace/checksum.h"
 #include "workspace/read_file.h"
 #include "workspace/syntax.h"
 
@@ -93,6 +94,32 @@ class WhereRun {
         return std::nullopt;
     }
 
+    // Whether the file of the copy beside the map is not the one that the map was made with. A map may be
+    // kept without its copy; then nothing is known.
+    [[nodiscard]] bool IsCopyChanged(const NumberTable& table) const {
+        if (!options_.map || !table.mappedCopy) {
+            return false;
+        }
+        const auto content = workspace::ReadFile(CopyOf(table));
+        return content && workspace::Checksum(content->bytes) != *table.mappedCopy;
+    }
+
+    [[nodiscard]] std::filesystem::path CopyOf(const NumberTable& table) const {
+        return std::filesystem::path(*options_.map).parent_path() / table.mappedFile;
+    }
+
+    void WarnOfChangedCopies(const std::vector<FoundNumber>& found) {
+        const NumberTable* last = nullptr;
+        for (const FoundNumber& number : found) {
+            if (std::exchange(last, number.table) != number.table && IsCopyChanged(*number.table)) {
+                messages_.Warning({CopyOf(*number.table), 0,
+                                   "was changed since the map was made; the answer is about the numbers that "
+                                   "it had then"},
+                                  "copy-changed");
+            }
+        }
+    }
+
     void Answer(const std::vector<FoundNumber>& found) {
         if (options_.json) {
             environment_.streams.out.Write(AsJson(found));
@@ -105,6 +132,7 @@ class WhereRun {
                                   "changed");
             }
         }
+        WarnOfChangedCopies(found);
         if (found.empty()) {
             messages_.Error({{}, 0, NotFoundMessage(tables_, options_.query)});
             TellSkipped();
@@ -157,7 +185,8 @@ class WhereRun {
                               {"fileLine", number.place.fileLine},
                               {"text", number.text ? Json(JsonText(*number.text)) : Json()},
                               {"inserted", number.inserted},
-                              {"changed", number.changed}});
+                              {"changed", number.changed},
+                              {"copyChanged", IsCopyChanged(*number.table)}});
         }
         return Dump({{"erl", options_.query.number},
                      {"from", options_.map ? "map" : "sources"},

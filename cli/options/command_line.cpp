@@ -117,7 +117,22 @@ void RequireTruthValue(const CommandInfo& command, const CLI::Option& option) {
     }
 }
 
-OptionReader Collect(const ParsedCommand& command) {
+// The parser takes "--check=" for "--check".
+void RequireNoEmptyFlag(const CommandInfo& command, std::span<const std::string> arguments) {
+    for (const std::string& word : arguments) {
+        if (word == "--") {
+            return;
+        }
+        if (word.starts_with("--") && word.ends_with('=')) {
+            const OptionInfo* info = command.Option(std::string_view(word).substr(2, word.size() - 3));
+            Require(info == nullptr || info->kind != OptionKind::Flag,
+                    word.substr(0, word.size() - 1) + ": the value is empty");
+        }
+    }
+}
+
+OptionReader Collect(const ParsedCommand& command, std::span<const std::string> words) {
+    RequireNoEmptyFlag(*command.info, words);
     GivenOptions given;
     std::vector<std::string> arguments;
     for (const CLI::Option* option : command.app->get_options()) {
@@ -229,7 +244,8 @@ std::expected<OptionReader, EarlyExit> ParseCommandLine(std::span<const std::str
     }
     try {
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        return Collect(*std::ranges::find_if(parsed, [](const auto& p) { return p.app->parsed(); }));
+        return Collect(*std::ranges::find_if(parsed, [](const auto& p) { return p.app->parsed(); }),
+                       arguments);
     } catch (const CLI::CallForHelp&) {
         return std::unexpected(EarlyExit{ExitStatus::Done, HelpOf(program), {}});
     } catch (const CLI::ExtrasError& error) {

@@ -1,5 +1,6 @@
 #include "cli/options/handler_options.h"
 
+#include "cli/buffers/buffer_source.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/guards/labels.h"
 #include "cli/options/shared_options.h"
@@ -10,7 +11,15 @@
 namespace lintara::cli {
 namespace {
 
+// How messages name where the template comes from.
+std::string TemplateLabel(const OptionReader& given) {
+    return given.LabelOf(given.Has("buffer") ? "buffer" : "template");
+}
+
 Text ReadCode(const OptionReader& given, Environment& environment) {
+    if (auto code = ReadBufferSource(given, "template", environment)) {
+        return *std::move(code);
+    }
     const TextSource source = ReadTemplate(given);
     const bool fromStandardInput = std::holds_alternative<StandardInput>(source);
     Require(!fromStandardInput || given.Argument(0) != "-",
@@ -64,13 +73,13 @@ WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environm
     wanted.code = ReadCode(given, environment);
     if (!given.Flag("exact")) {
         const auto problem = TemplateProblem(wanted.code, wanted.label);
-        Require(!problem, given.LabelOf("template") + ": " + problem.value_or(""));
+        Require(!problem, TemplateLabel(given) + ": " + problem.value_or(""));
     }
     return wanted;
 }
 
 void RequireWorkOf(const OptionReader& given, const WorkOptions& work) {
-    RequireAsked(given, work.errorHandlers, "error handlers", {"label", "template", "refresh"});
+    RequireAsked(given, work.errorHandlers, "error handlers", {"label", "template", "buffer", "refresh"});
     RequireAsked(given, work.lineNumbers, "line numbers", {"base", "step", "numbering", "renumber"});
 }
 

@@ -12,7 +12,7 @@
 
 namespace lintara::cli {
 
-// Reads the template's file, or standard input. Refuses, as UsageError, what is no label, and a template that
+// Reads the template's file, standard input or a buffer. Refuses, as UsageError, what is no label, and a template that
 // could not stand in a procedure; the latter two not when the command is exact.
 [[nodiscard]] WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environment);
 

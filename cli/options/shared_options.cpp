@@ -5,6 +5,7 @@
 #include "cli/options/option_values.h"
 #include "workspace/characters.h"
 #include "workspace/encoding.h"
+#include "workspace/project_folders.h"
 
 #include <system_error>
 
@@ -18,18 +19,6 @@ constexpr std::string_view ScopeHeading = "Scope";
 constexpr std::string_view Saving = "What happens to the files (default: edited in place)";
 constexpr std::string_view Safety = "Safety";
 constexpr std::string_view Output = "Output";
-
-// What a project file names lies beside the file itself, not beside a link to it.
-std::filesystem::path WithoutProjectLink(const std::filesystem::path& path) {
-    const Text extension = workspace::FromUtf8(path.extension().string());
-    const bool isProject = workspace::SameName(extension, u".vbp") || workspace::SameName(extension, u".vbg");
-    std::error_code error;
-    if (!isProject || !std::filesystem::is_symlink(path, error)) {
-        return path;
-    }
-    std::filesystem::path file = std::filesystem::canonical(path, error);
-    return error ? path : file;
-}
 
 void CheckGivenScope(const ScopeOptions& scope, bool byProcedure) {
     switch (scope.scope) {
@@ -117,7 +106,7 @@ ReadOptions ReadReading(const OptionReader& given) {
             "PATH - is standard input; say with --stdin-filename what component it holds");
     Require(fromStandardInput || !given.Has("stdin-filename"),
             "--stdin-filename names what standard input holds; give - as PATH");
-    return {.path = WithoutProjectLink(given.Argument(0)),
+    return {.path = workspace::WithoutProjectLink(given.Argument(0)),
             .codePage = given.TextOf("code-page").value_or(""),
             .recursive = given.Flag("recursive"),
             .skipMissing = given.Flag("skip-missing"),

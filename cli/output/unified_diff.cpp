@@ -108,7 +108,7 @@ class DiffWriter {
     // a line.
     bool WriteText(std::string_view line) {
         // For a program the diff holds the file's own bytes, so that it can be applied.
-        if (encoding_.unitSize() != 1 || (style_.printable && !IsAscii(line))) {
+        if (encoding_.unitSize() != 1 || ((style_.printable || style_.utf8) && !IsAscii(line))) {
             encoding_.Decode(line, decoded_);
             utf8_ = workspace::ToUtf8(decoded_);
             line = utf8_;
@@ -172,6 +172,12 @@ FileLines JoinedAtLoneCrs(const FileLines& lines) {
 }
 
 }  // namespace
+
+std::string DiffLabel(const std::filesystem::path& path) {
+    std::string label = path.lexically_normal().generic_string();
+    label.erase(0, label.find_first_not_of('/'));
+    return label;
+}
 
 void AppendUnifiedDiff(std::string_view label, const FileLines& before, const FileLines& after,
                        const std::vector<LineChange>& changes, const workspace::Encoding& encoding,

@@ -4,6 +4,7 @@
 #include "cli/output/line_changes.h"
 #include "workspace/encoding.h"
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +17,12 @@ struct DiffStyle {
     // For a terminal: no line ending but a line feed, and control characters as escapes. Otherwise the lines
     // are those that end in a line feed, with all their bytes, so that what is piped can be applied.
     bool printable = false;
+    // All of it as UTF-8, for JSON; otherwise like what is piped.
+    bool utf8 = false;
 };
+
+// The path as a diff names it: without a leading slash, relative where it can be.
+[[nodiscard]] std::string DiffLabel(const std::filesystem::path& path);
 
 // Appends the diff of one file to `out`, with three lines of context. The lines are views of one text each;
 // they are decoded and written as UTF-8 where the file's own bytes would not do. `label` is the path without

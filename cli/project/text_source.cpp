@@ -34,10 +34,7 @@ Text WithLineBreaks(TextView text) {
     return result;
 }
 
-namespace {
-
-// The lines of a file: the last one's ending begins no further line.
-Text LinesOfFile(std::string_view bytes) {
+Text TextOfFile(std::string_view bytes) {
     Text text = WithLineBreaks(DecodeText(bytes));
     if (text.ends_with(u"\r\n")) {
         text.resize(text.size() - 2);
@@ -45,12 +42,14 @@ Text LinesOfFile(std::string_view bytes) {
     return text;
 }
 
+namespace {
+
 std::expected<Text, std::string> ReadFileText(const std::filesystem::path& path) {
     const auto content = workspace::ReadFile(path);
     if (!content) {
         return std::unexpected(PrintablePath(path) + ": " + content.error());
     }
-    return LinesOfFile(content->bytes);
+    return TextOfFile(content->bytes);
 }
 
 }  // namespace
@@ -73,7 +72,7 @@ std::expected<Text, std::string> ReadText(const TextSource& source, Source& stan
     if (!bytes) {
         return std::unexpected(bytes.error());
     }
-    return LinesOfFile(*bytes);
+    return TextOfFile(*bytes);
 }
 
 }  // namespace lintara::cli

@@ -22,6 +22,10 @@ using TextSource = std::variant<Text, std::filesystem::path, StandardInput>;
 // The text with each CR LF, LF and lone CR as a CR LF.
 [[nodiscard]] Text WithLineBreaks(TextView text);
 
+// The text of a file with these bytes: its lines joined by CR LF. The line ending at its very end ends the
+// last line and begins no further one.
+[[nodiscard]] Text TextOfFile(std::string_view bytes);
+
 // "-" is standard input, anything else a file.
 [[nodiscard]] TextSource SourceFromArgument(std::string_view argument);
 

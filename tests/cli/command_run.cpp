@@ -1,5 +1,7 @@
 #include "tests/cli/command_run.h"
 
+#include "platform/sqlite_engine.h"
+
 #include <sstream>
 
 namespace lintara::cli {
@@ -50,7 +52,19 @@ Outcome CommandTest::Run(const std::vector<std::string>& arguments) const {
     in.text = input;
     Environment environment{.streams = {.in = in, .out = out, .err = err}};
     environment.platform.settings = settings;
+    // Tests do not wait for each other's locks.
+    environment.platform.databaseEngine =
+        std::make_shared<platform::SqliteEngine>(nullptr, std::chrono::milliseconds(50));
+    environment.platform.libraryFolder = libraryFolder;
     environment.stateFolder = state_.path() / "undo";
+    if (answers) {
+        environment.ask = [&err, left = *answers](std::string_view question) mutable {
+            err.Write(question);
+            const auto answer = left.empty() ? std::nullopt : std::optional(left.front());
+            left.erase(left.begin(), left.begin() + (answer ? 1 : 0));
+            return answer;
+        };
+    }
     Streams& streams = environment.streams;
     streams.outIsTerminal = outIsTerminal;
     streams.errIsTerminal = errIsTerminal;

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,11 @@ class CommandTest {
     std::string input;
     // The user's settings, kept from run to run.
     std::shared_ptr<SettingsStore> settings = std::make_shared<platform::MemorySettings>();
+
+    // Where a code database may lie beside the program.
+    Text libraryFolder;
+    // What the person at the terminal answers, one line after the other; nobody sits there without it.
+    std::optional<std::vector<std::string>> answers;
 
     bool outIsTerminal = false;
     bool errIsTerminal = false;

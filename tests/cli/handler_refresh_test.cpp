@@ -122,6 +122,8 @@ const SkipCase skipCases[] = {
     {"NothingButTheHandler", "Sub A()\n[marker]\nExit Sub\nold:\n    y\nEnd Sub\n", "empty-body A"},
     {"JumpToTheOldLabel", "Sub A()\n    GoTo old\n[marker]\nExit Sub\nold:\n    y\nEnd Sub\n",
      "jump-target A"},
+    {"JumpToTheNewLabel", "Sub A()\n    GoTo hNew\n[marker]\nExit Sub\nold:\n    y\nEnd Sub\n",
+     "jump-target A"},
     {"NewLabelExists", "Sub A()\nhNew:\n    x\n[marker]\nExit Sub\nold:\n    y\nEnd Sub\n", "label-exists A"},
     {"DifferentLabels",
      "Property Get A()\n    x\n[marker]\nExit Property\nold:\n    y\nEnd Property\n"

@@ -1,5 +1,7 @@
 // What removal takes out of procedures, and what it leaves alone.
+#include "tests/cli/command_run.h"
 #include "tests/cli/edited_module.h"
+#include "tests/cli/handler_edits.h"
 #include "tests/cli/skip_case.h"
 
 #include <gmock/gmock.h>
@@ -41,8 +43,16 @@ const RemovalCase removalCases[] = {
     {"TextThatLooksLikeANumberStaysAmongNumbers",
      "Sub A()\n12340: ' see _\n12345: there\n12350: x\nEnd Sub\n",
      "Sub A()\n' see _\n12345: there\nx\nEnd Sub\n"},
-    {"LinesAddedSinceAreShiftedBack", "Sub A()\n12345:   x\n         added\nEnd Sub\n",
-     "Sub A()\n  x\n  added\nEnd Sub\n"},
+    {"LinesAddedSinceAreShiftedBack",
+     "Sub A()\n12345:   x\n         added _\n           on\n12355:   y\nEnd Sub\n",
+     "Sub A()\n  x\n  added _\n    on\n  y\nEnd Sub\n"},
+    {"LinesThatInsertionOnlyShiftsGoWithTheirStatement",
+     "Sub A()\n    a\n    b\n    c\n12345: Select Case x\n       ' two\n           Case 1 _\n"
+     "           , 2\n    d\nEnd Sub\n",
+     "Sub A()\n    a\n    b\n    c\nSelect Case x\n' two\n    Case 1 _\n    , 2\n    d\nEnd Sub\n"},
+    {"DirectivesAreShiftedBackAnywhere",
+     "Sub A()\n    a\n    b\n       #If X Then\n12345: c\n       #End If\nEnd Sub\n",
+     "Sub A()\n    a\n    b\n#If X Then\nc\n#End If\nEnd Sub\n"},
     {"OneProcedureOfAPropertyHasNumbers",
      "Property Get A()\n12345: A = 1\nEnd Property\nProperty Let A(v)\n          x = v\nEnd Property\n",
      "Property Get A()\nA = 1\nEnd Property\nProperty Let A(v)\n          x = v\nEnd Property\n"},
@@ -55,6 +65,50 @@ const RemovalCase removalCases[] = {
 
 INSTANTIATE_TEST_SUITE_P(Cases, Removal, testing::ValuesIn(removalCases),
                          [](const auto& test) { return std::string(test.param.name); });
+
+constexpr const char* fewNumbers =
+    "Sub A()\n"
+    "    a\n"
+    "12345:     b\n"
+    "            deep _\n"
+    "                on\n"
+    "            Select Case c\n"
+    "                Case 1\n"
+    "    d\n"
+    "            deep\n"
+    "End Sub\n";
+
+// Where most lines have no number, nothing says that the others were shifted.
+TEST(RemovalOfFewNumbers, KeepsTheBlanksOfOtherLines) {
+    EditedModule module(fewNumbers);
+    const ComponentReport report = module.Remove();
+    EXPECT_THAT(EditedIn(report), ElementsAre("A"));
+    EXPECT_EQ(module.Code(), Replaced(fewNumbers, "12345: ", ""));
+    ASSERT_THAT(RemarksIn(report), ElementsAre("kept-blanks 4"));
+    EXPECT_EQ(report.remarks[0].message,
+              "Sub A has too few numbers to tell that lines 4 to 7, 9, which have none, were shifted; they "
+              "keep their blanks");
+}
+
+TEST(RemovalOfFewNumbers, KeepsTheBlanksOfLinesThatAreNumberedAnew) {
+    EditedModule module(fewNumbers);
+    EXPECT_THAT(RemarksIn(module.Insert()), IsEmpty()) << "skipped without --renumber";
+    EXPECT_EQ(module.Bytes(), module.OriginalBytes());
+    EXPECT_THAT(RemarksIn(module.Insert({.renumber = true})), ElementsAre("kept-blanks 4"));
+    EXPECT_THAT(RemarksIn(module.Remove()), IsEmpty());
+    EXPECT_EQ(module.Code(), Replaced(fewNumbers, "12345: ", ""));
+}
+
+TEST(RemovalOfFewNumbers, IsToldOfTheProcedureOfAPropertyThatItIsAbout) {
+    EditedModule module(
+        "Property Get A()\n10000: x\nEnd Property\n"
+        "Property Let A(v)\n10000: x\n        deep\nEnd Property\n");
+    const ComponentReport report = module.Remove();
+    ASSERT_THAT(RemarksIn(report), ElementsAre("kept-blanks 6"));
+    EXPECT_EQ(report.remarks[0].message,
+              "Property Let A has too few numbers to tell that line 6, which has none, was shifted; it keeps "
+              "its blanks");
+}
 
 class RemovalSkips : public testing::TestWithParam<SkipCase> {};
 

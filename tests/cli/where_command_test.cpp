@@ -221,7 +221,7 @@ TEST(Where, IsJsonForPrograms) {
     EXPECT_EQ(answer["from"], "sources");
     EXPECT_EQ(answer["found"], Json::parse(R"([{"project": "Shop", "component": "Main", "procedure": "Main",
         "kind": "Sub", "file": "DIR/Main.bas", "line": 6, "fileLine": 7, "text": "    Sell count",
-        "inserted": false, "changed": false}])"));
+        "inserted": false, "changed": false, "copyChanged": false}])"));
     EXPECT_EQ(Json::parse(test.Run("where @Shop.vbp --erl 77777 --json").out)["found"], Json::array());
 }
 
@@ -289,6 +289,31 @@ TEST_F(WhereMap, WarnsOfAProcedureThatChanged) {
                 HasSubstr("DIR/Main.bas:6: warning: Sub Main in Main changed since the map was made; "));
     EXPECT_EQ(Json::parse(Where("--procedure Main --erl 10000 --json").out)["found"][0]["changed"], true);
     EXPECT_THAT(Where("--procedure Sell --erl 10000").err, IsEmpty()) << "that one did not change";
+}
+
+TEST_F(WhereMap, WarnsOfACopyThatChanged) {
+    EXPECT_EQ(Where("--procedure Main --erl 10000").err, "");
+    ASSERT_EQ(test.Run("remove @out/Shop.vbp --line-numbers --procedure Main").status, 0);
+    const Outcome outcome = Where("--procedure Main --erl 10000");
+    EXPECT_EQ(outcome.out, "DIR/Main.bas:6: Main.Main: count = 1\n");
+    EXPECT_EQ(
+        outcome.err,
+        "DIR/out/Main.bas: warning: was changed since the map was made; the answer is about the numbers "
+        "that it had then [copy-changed]\n");
+    EXPECT_EQ(Json::parse(Where("--procedure Main --erl 10000 --json").out)["found"][0]["copyChanged"], true);
+}
+
+TEST_F(WhereMap, IsEnoughWithoutItsCopy) {
+    std::filesystem::remove(test.Path("out/Main.bas"));
+    EXPECT_EQ(Where("--procedure Main --erl 10000").err, "");
+}
+
+TEST_F(WhereMap, MayBeOlderThanItsWordOfTheCopy) {
+    Change("out/lintara-map.json", "\"copy\": ", "\"older\": ");
+    Change("out/Main.bas", "count", "counter");
+    const Outcome outcome = Where("--procedure Main --erl 10000");
+    EXPECT_EQ(outcome.out, "DIR/Main.bas:6: Main.Main: count = 1\n");
+    EXPECT_EQ(outcome.err, "");
 }
 
 TEST_F(WhereMap, FollowsAProcedureThatMoved) {

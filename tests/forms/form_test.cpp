@@ -1,6 +1,7 @@
 #include "forms/form.h"
 
 #include "forms/buttons.h"
+#include "forms/status_bar.h"
 #include "forms/text_box.h"
 #include "tests/forms/form_fixture.h"
 
@@ -66,6 +67,18 @@ TEST_F(FormTest, RaisesResizeOnceForEachNewSizeOnceItIsLoaded) {
     ASSERT_TRUE(form.Move({10, 10, 200, 100}));
     ASSERT_TRUE(form.Move({20, 20, 200, 100}));
     EXPECT_EQ(form.log, (Log{"Load", "Resize"}));
+}
+
+TEST_F(FormTest, KeepsItsStatusBarAtItsLowerEdge) {
+    StatusBar bar(form, u"StatusBar1", {0, 1700, 3000, 300});
+    std::vector<Rect> places;
+    form.Resize.Handle([&] { places.push_back(bar.Place()); });
+    ASSERT_TRUE(form.Move({50, 50, 2000, 1500}));
+    EXPECT_EQ(bar.Place(), (Rect{0, 1200, 2000, 300}));
+    form.EnsureLoaded();
+    ASSERT_TRUE(form.Move({0, 0, 4000, 2500}));
+    ASSERT_TRUE(form.Move({0, 0, 100, 200}));
+    EXPECT_EQ(places, (std::vector<Rect>{{0, 2200, 4000, 300}, {0, -100, 100, 300}}));
 }
 
 TEST_F(FormTest, GivesTheFocusToTheFirstControlThatTakesItWhenShown) {

@@ -140,5 +140,28 @@ TEST_F(KeyboardTest, EscPressesTheCancelButtonFromEverywhere) {
     EXPECT_EQ(log, Log{"cancel"});
 }
 
+TEST_F(KeyboardTest, AFormBeginsAtTheSelectedOption) {
+    name.SetEnabled(false);
+    two.SetValue(true);
+    Use([&] { EXPECT_TRUE(two.HasFocus()); });
+}
+
+TEST_F(KeyboardTest, ALabelInFrontOfOptionsLeadsToTheSelectedOne) {
+    name.SetVisible(false);
+    Frame frame(form, u"Frame1", {});
+    Label heading(frame, u"Label2", {}, u"&Where:");
+    OptionButton first(frame, u"Option3", {}, u"First");
+    OptionButton second(frame, u"Option4", {}, u"Second");
+    Use([&] {
+        second.SetValue(true);
+        PressAccessKey(form, u'w');
+        EXPECT_TRUE(second.HasFocus());
+        EXPECT_TRUE(second.Value());
+        second.SetEnabled(false);
+        PressAccessKey(form, u'w');
+        EXPECT_TRUE(first.HasFocus());
+    });
+}
+
 }  // namespace
 }  // namespace lintara::forms

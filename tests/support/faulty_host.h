@@ -285,13 +285,13 @@ class FaultyGlobals : public Faulty<hostmodel::Globals> {
         return plan_->Make("Globals.SetCodeDb", [&] { return inner_->SetCodeDb(database); });
     }
     Result<DispatchPtr> HostForm() override {
-        return plan_->Make("Globals.HostForm", [&] { return inner_->HostForm(); });
+        return Wrapped<FaultyDispatch>("Globals.HostForm", [&] { return inner_->HostForm(); });
     }
     Result<DispatchPtr> ProjectsData() override {
-        return plan_->Make("Globals.ProjectsData", [&] { return inner_->ProjectsData(); });
+        return Wrapped<FaultyDispatch>("Globals.ProjectsData", [&] { return inner_->ProjectsData(); });
     }
     Result<DispatchPtr> AddInHost() override {
-        return plan_->Make("Globals.AddInHost", [&] { return inner_->AddInHost(); });
+        return Wrapped<FaultyDispatch>("Globals.AddInHost", [&] { return inner_->AddInHost(); });
     }
     Result<Text> HistSeparator() override {
         return plan_->Make("Globals.HistSeparator", [&] { return inner_->HistSeparator(); });
@@ -305,10 +305,10 @@ class FaultyGlobals : public Faulty<hostmodel::Globals> {
     Result<void> SetHistSelKey(TextView key) override {
         return plan_->Make("Globals.SetHistSelKey", [&] { return inner_->SetHistSelKey(key); });
     }
-    Result<DispatchPtr> HistSelObject() override {
+    Result<Text> HistSelObject() override {
         return plan_->Make("Globals.HistSelObject", [&] { return inner_->HistSelObject(); });
     }
-    Result<void> SetHistSelObject(DispatchPtr object) override {
+    Result<void> SetHistSelObject(TextView object) override {
         return plan_->Make("Globals.SetHistSelObject", [&] { return inner_->SetHistSelObject(object); });
     }
     Result<void> LoadWindowState(hostmodel::PlacedWindow& window) override {
@@ -339,6 +339,15 @@ void WithEveryCallFaulty(Fault fault, Make make, Use use, Check check) {
         }
         check(*subject, *plan, faulty == NoCall ? "no fault" : plan->calls[faulty]);
     }
+}
+
+// A host whose call number `number`, from 0, of that name fails, and no other.
+inline FaultPlanPtr PlanWithOneFailure(std::string_view name, std::size_t number) {
+    auto plan = std::make_shared<FaultPlan>();
+    plan->fault = [name, number, seen = std::size_t{0}](std::size_t, std::string_view call) mutable {
+        return call == name && seen++ == number ? Fault::Fails : Fault::None;
+    };
+    return plan;
 }
 
 }  // namespace lintara::support

@@ -26,9 +26,14 @@ class MemoryRecordset : public hostmodel::Recordset {
     explicit MemoryRecordset(std::shared_ptr<BufferRows> rows) : rows_(std::move(rows)) {
         ++rows_->openRecordsets;
     }
-    ~MemoryRecordset() override { --rows_->openRecordsets; }
+    ~MemoryRecordset() override { End(); }
     MemoryRecordset(const MemoryRecordset&) = delete;
     MemoryRecordset& operator=(const MemoryRecordset&) = delete;
+
+    Result<void> Close() override {
+        End();
+        return Answer("Close", true);
+    }
 
     Result<void> SetIndex(TextView name) override {
         indexed_ = name == u"Key";
@@ -83,7 +88,15 @@ class MemoryRecordset : public hostmodel::Recordset {
         return right && !Fails(call) ? Result<void>() : Broken();
     }
 
+    void End() {
+        if (isOpen_) {
+            --rows_->openRecordsets;
+            isOpen_ = false;
+        }
+    }
+
     std::shared_ptr<BufferRows> rows_;
+    bool isOpen_ = true;
     bool indexed_ = false;
     std::int32_t key_ = -1;
     std::pair<hostmodel::Value, hostmodel::Value> pending_;

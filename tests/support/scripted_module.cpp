@@ -155,8 +155,8 @@ class ScriptedGlobals : public hostmodel::Globals {
     Result<Text> HistCurrentKey() override { return NotScripted(); }
     Result<Text> HistSelKey() override { return NotScripted(); }
     Result<void> SetHistSelKey(TextView) override { return NotScripted(); }
-    Result<DispatchPtr> HistSelObject() override { return NotScripted(); }
-    Result<void> SetHistSelObject(DispatchPtr) override { return NotScripted(); }
+    Result<Text> HistSelObject() override { return NotScripted(); }
+    Result<void> SetHistSelObject(TextView) override { return NotScripted(); }
     Result<void> LoadWindowState(hostmodel::PlacedWindow&) override { return NotScripted(); }
     Result<void> SaveWindowState(const hostmodel::PlacedWindow&) override { return NotScripted(); }
 

@@ -30,6 +30,8 @@ class ScriptedToolkit final : public forms::Toolkit {
 
     // What the user does with a form. A form that is still shown afterwards is closed by its close box.
     std::function<void(forms::Form&)> user;
+    // What happens while the waiting events are served.
+    std::function<void()> whileServing;
 
     std::vector<Message> messages;
     std::vector<Help> helps;
@@ -50,7 +52,12 @@ class ScriptedToolkit final : public forms::Toolkit {
         messages.push_back({Text(text), style, Text(title)});
     }
     void ShowHelp(TextView file, std::int32_t context) override { helps.push_back({Text(file), context}); }
-    void DoEvents() override { ++eventsServed; }
+    void DoEvents() override {
+        ++eventsServed;
+        if (whileServing) {
+            whileServing();
+        }
+    }
     void SetMousePointer(forms::MousePointer pointer) override { pointers.push_back(pointer); }
     [[nodiscard]] forms::Color Resolve(forms::Color color) const override {
         return forms::IsSystemColor(color) ? forms::Color::Black : color;

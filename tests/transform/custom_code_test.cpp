@@ -2,6 +2,7 @@
 
 #include "tests/support/code_fixture.h"
 #include "tests/support/faulty_host.h"
+#include "tests/support/plain_comparison.h"
 #include "tests/transform/plain_operations.h"
 #include "transform/procedure_ranges.h"
 
@@ -367,69 +368,31 @@ TEST(CustomCodeTest, EachRemovalSearchesTwicePerBody) {
 }
 
 TEST(FaultyCustomCodeTest, EveryFailingStatementOfAnInsertionIsSkippedAndTheNextRuns) {
-    for (const support::Fault fault : {support::Fault::Fails, support::Fault::Empty}) {
-        for (const std::int16_t where : std::array<std::int16_t, 3>{1, 2, 3}) {
-            std::vector<std::string> expected;
-            const auto make = [&] { return std::make_unique<CodeFixture>(Property); };
-            support::WithEveryCallFaulty(
-                fault, make,
-                [&](const auto& globals) {
-                    support::PlainInsertCode(*globals, ProjectName, ModuleName, u"A", u"{MemberName}", false,
-                                             where, 2, 4);
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan&, std::string_view) {
-                    expected.push_back(fixture.text());
-                });
-            std::size_t run = 0;
-            support::WithEveryCallFaulty(
-                fault, make,
-                [&](const auto& globals) {
-                    CustomCodeInserter(
-                        {*globals}, ProjectName, ModuleName, u"A",
-                        {.code = u"{MemberName}", .place = CodePlace{where}, .line = 2, .id = 4});
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan& plan, std::string_view faulty) {
-                    EXPECT_EQ(fixture.text(), expected.at(run)) << faulty << ", call " << run;
-                    EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
-                    EXPECT_EQ(plan.liveHandles, 1U);
-                    ++run;
-                });
-            EXPECT_GT(run, 40U);
-        }
+    for (const std::int16_t where : std::array<std::int16_t, 3>{1, 2, 3}) {
+        support::ExpectAsPlainWithEveryCallFaulty(
+            [] { return std::make_unique<CodeFixture>(Property); },
+            [&](const auto& globals) {
+                support::PlainInsertCode(*globals, ProjectName, ModuleName, u"A", u"{MemberName}", false,
+                                         where, 2, 4);
+            },
+            [&](const auto& globals) {
+                CustomCodeInserter({*globals}, ProjectName, ModuleName, u"A",
+                                   {.code = u"{MemberName}", .place = CodePlace{where}, .line = 2, .id = 4});
+            },
+            41);
     }
 }
 
 TEST(FaultyCustomCodeTest, EveryFailingStatementOfARemovalIsSkippedAndTheNextRuns) {
-    for (const support::Fault fault : {support::Fault::Fails, support::Fault::Empty}) {
-        std::vector<std::string> expected;
-        const auto make = [&] { return std::make_unique<CodeFixture>(PropertyWithCode); };
-        support::WithEveryCallFaulty(
-            fault, make,
-            [](const auto& globals) { support::PlainRemoveCode(*globals, ProjectName, ModuleName, u"A", 4); },
-            [&](CodeFixture& fixture, const support::FaultPlan&, std::string_view) {
-                expected.push_back(fixture.text());
-            });
-        std::size_t run = 0;
-        support::WithEveryCallFaulty(
-            fault, make,
-            [](const auto& globals) { CustomCodeRemover(*globals, ProjectName, ModuleName, u"A", 4); },
-            [&](CodeFixture& fixture, const support::FaultPlan& plan, std::string_view faulty) {
-                EXPECT_EQ(fixture.text(), expected.at(run)) << faulty << ", call " << run;
-                EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
-                EXPECT_EQ(plan.liveHandles, 1U);
-                ++run;
-            });
-        EXPECT_GT(run, 40U);
-    }
+    support::ExpectAsPlainWithEveryCallFaulty(
+        [] { return std::make_unique<CodeFixture>(PropertyWithCode); },
+        [](const auto& globals) { support::PlainRemoveCode(*globals, ProjectName, ModuleName, u"A", 4); },
+        [](const auto& globals) { CustomCodeRemover(*globals, ProjectName, ModuleName, u"A", 4); }, 41);
 }
 
 TEST(FaultyCustomCodeTest, ARefusedMarkerLeavesTheRestOfTheBlock) {
     CodeFixture fixture("Option Explicit\nSub A()\nEnd Sub");
-    const auto plan = std::make_shared<support::FaultPlan>();
-    plan->fault = [&](std::size_t, std::string_view call) {
-        return call == "CodeModule.InsertLines" && plan->CountOf(call) == 0 ? support::Fault::Fails
-                                                                            : support::Fault::None;
-    };
+    const auto plan = support::PlanWithOneFailure("CodeModule.InsertLines", 0);
     support::FaultyGlobals globals(fixture.globals(), plan);
     CustomCodeInserter({globals}, ProjectName, ModuleName, u"A", {.code = u"x", .id = 2});
     EXPECT_EQ(fixture.text(),

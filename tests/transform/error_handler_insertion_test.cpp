@@ -2,6 +2,7 @@
 
 #include "tests/support/code_fixture.h"
 #include "tests/support/faulty_host.h"
+#include "tests/support/plain_comparison.h"
 #include "tests/transform/plain_operations.h"
 
 #include <memory>
@@ -397,44 +398,22 @@ TEST(ErrorHandlerInsertionTest, TheHostIsAskedToSearchTwicePerBody) {
 }
 
 TEST(FaultyErrorHandlerInsertionTest, EveryFailingStatementIsSkippedAndTheNextRuns) {
-    for (const support::Fault fault : {support::Fault::Fails, support::Fault::Empty}) {
-        for (const std::string_view source : {Cases[6].before, Cases[8].before}) {
-            std::vector<std::string> expected;
-            const auto make = [&] { return std::make_unique<CodeFixture>(source); };
-            support::WithEveryCallFaulty(
-                fault, make,
-                [](const auto& globals) {
-                    support::PlainInsertHandler(*globals, ProjectName, ModuleName, u"A", u"hErr",
-                                                HandlerCode);
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan&, std::string_view) {
-                    expected.push_back(fixture.text());
-                });
-            std::size_t run = 0;
-            support::WithEveryCallFaulty(
-                fault, make,
-                [](const auto& globals) {
-                    ErrorHandlerInserter({*globals}, ProjectName, ModuleName, u"A", u"hErr", HandlerCode);
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan& plan, std::string_view faulty) {
-                    EXPECT_EQ(fixture.text(), expected.at(run)) << faulty << ", call " << run;
-                    EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
-                    EXPECT_EQ(plan.liveHandles, 1U);
-                    ++run;
-                });
-            EXPECT_EQ(run, expected.size());
-            EXPECT_GT(run, 40U);
-        }
+    for (const std::string_view source : {Cases[6].before, Cases[8].before}) {
+        support::ExpectAsPlainWithEveryCallFaulty(
+            [&] { return std::make_unique<CodeFixture>(source); },
+            [](const auto& globals) {
+                support::PlainInsertHandler(*globals, ProjectName, ModuleName, u"A", u"hErr", HandlerCode);
+            },
+            [](const auto& globals) {
+                ErrorHandlerInserter({*globals}, ProjectName, ModuleName, u"A", u"hErr", HandlerCode);
+            },
+            41);
     }
 }
 
 TEST(FaultyErrorHandlerInsertionTest, ARefusedBlockStillGetsItsStatement) {
     CodeFixture fixture("Option Explicit\nSub A()\n    x = 1\nEnd Sub");
-    const auto plan = std::make_shared<support::FaultPlan>();
-    plan->fault = [&](std::size_t, std::string_view call) {
-        return call == "CodeModule.InsertLines" && plan->CountOf(call) == 0 ? support::Fault::Fails
-                                                                            : support::Fault::None;
-    };
+    const auto plan = support::PlanWithOneFailure("CodeModule.InsertLines", 0);
     support::FaultyGlobals globals(fixture.globals(), plan);
     ErrorHandlerInserter({globals}, ProjectName, ModuleName, u"A", u"hErr", u"x");
     EXPECT_EQ(fixture.text(), "Option Explicit\nSub A()\n    On Error GoTo hErr\n    x = 1\nEnd Sub");

@@ -2,7 +2,7 @@
 
 #include "platform/memory_settings.h"
 #include "tests/support/code_fixture.h"
-#include "tests/support/faulty_host.h"
+#include "tests/support/plain_comparison.h"
 #include "tests/transform/plain_operations.h"
 
 #include <memory>
@@ -235,33 +235,16 @@ End Property
 }
 
 TEST(FaultyErrorHandlerRemovalTest, EveryFailingStatementIsSkippedAndTheNextRuns) {
-    for (const support::Fault fault : {support::Fault::Fails, support::Fault::Empty}) {
-        for (const std::string_view source : {WithHandler, Property}) {
-            std::vector<std::string> expected;
-            const auto make = [&] { return std::make_unique<CodeFixture>(source); };
-            support::WithEveryCallFaulty(
-                fault, make,
-                [](const auto& globals) {
-                    support::PlainRemoveHandler(*globals, ProjectName, ModuleName, u"A", u"hErr");
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan&, std::string_view) {
-                    expected.push_back(fixture.text());
-                });
-            std::size_t run = 0;
-            support::WithEveryCallFaulty(
-                fault, make,
-                [](const auto& globals) {
-                    ErrorHandlerRemover(*globals, nullptr, ProjectName, ModuleName, u"A");
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan& plan, std::string_view faulty) {
-                    EXPECT_EQ(fixture.text(), expected.at(run)) << faulty << ", call " << run;
-                    EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
-                    EXPECT_EQ(plan.liveHandles, 1U);
-                    ++run;
-                });
-            EXPECT_EQ(run, expected.size());
-            EXPECT_GT(run, 40U);
-        }
+    for (const std::string_view source : {WithHandler, Property}) {
+        support::ExpectAsPlainWithEveryCallFaulty(
+            [&] { return std::make_unique<CodeFixture>(source); },
+            [](const auto& globals) {
+                support::PlainRemoveHandler(*globals, ProjectName, ModuleName, u"A", u"hErr");
+            },
+            [](const auto& globals) {
+                ErrorHandlerRemover(*globals, nullptr, ProjectName, ModuleName, u"A");
+            },
+            41);
     }
 }
 

@@ -298,11 +298,7 @@ TEST(FaultyLineNumbersTest, AnEmptyAnswerAnywhereIsSurvived) {
 
 TEST(FaultyLineNumbersTest, ARefusedLineIsLeftAndTheOthersAreNumbered) {
     CodeFixture fixture(Property);
-    const auto plan = std::make_shared<support::FaultPlan>();
-    plan->fault = [&](std::size_t, std::string_view call) {
-        return call == "CodeModule.ReplaceLine" && plan->CountOf(call) == 1 ? support::Fault::Fails
-                                                                            : support::Fault::None;
-    };
+    const auto plan = support::PlanWithOneFailure("CodeModule.ReplaceLine", 1);
     support::FaultyGlobals globals(fixture.globals(), plan);
     LineNumbersInserter(globals, ProjectName, ModuleName, u"X", 10000, 5);
     EXPECT_EQ(fixture.text(), Code(R"(
@@ -320,7 +316,6 @@ Property Set X(ByVal value As Object)
 10010:     Changed
 End Property
 )"));
-    plan->fault = nullptr;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "tests/support/code_fixture.h"
 #include "tests/support/faulty_host.h"
+#include "tests/support/plain_comparison.h"
 #include "tests/support/random.h"
 #include "tests/support/reference_module.h"
 #include "tests/support/scripted_module.h"
@@ -260,11 +261,7 @@ TEST(SearchAndReplaceGuardTest, HoweverManyLinesAreRefusedTheOnesBehindThemAreRe
 // Where the host does not give the line, what stands in for it may be longer than the line itself.
 TEST(SearchAndReplaceGuardTest, EveryMatchOfALineThatIsNotGivenIsReplaced) {
     CodeFixture fixture("aaaaaa\na");
-    const auto plan = std::make_shared<support::FaultPlan>();
-    plan->fault = [&](std::size_t, std::string_view call) {
-        return call == "CodeModule.Lines" && plan->CountOf(call) == 6 ? support::Fault::Fails
-                                                                      : support::Fault::None;
-    };
+    const auto plan = support::PlanWithOneFailure("CodeModule.Lines", 6);
     support::FaultyGlobals globals(fixture.globals(), plan);
     EXPECT_TRUE(ReplaceIn(globals, ModuleName, u"a", u"b", Line{1}, Line{2}, {}));
     EXPECT_EQ(fixture.text(), "bbbbbb\nbbbbbb");
@@ -367,47 +364,27 @@ TEST(SearchAndReplaceGuardTest, AHostThatDeletesNothingComesToAnEnd) {
 constexpr std::string_view Source = "Sub A()\n    abc = abc + 1\n    y = abc\nEnd Sub\n' abc";
 
 TEST(FaultySearchAndReplaceTest, EveryFailingStatementIsSkippedAndTheNextRuns) {
-    for (const support::Fault fault : {support::Fault::Fails, support::Fault::Empty}) {
-        for (const bool goThroughDelete : {false, true}) {
-            std::vector<std::string> expected;
-            std::vector<bool> found;
-            const auto make = [] { return std::make_unique<CodeFixture>(Source); };
-            support::WithEveryCallFaulty(
-                fault, make,
-                [&](const auto& globals) {
-                    found.push_back(support::PlainSearchAndReplace(
-                        *globals, {ModuleName, u"abc", u"def", 1, 4, false, goThroughDelete}));
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan&, std::string_view) {
-                    expected.push_back(fixture.text());
-                });
-            std::size_t run = 0;
-            support::WithEveryCallFaulty(
-                fault, make,
-                [&](const auto& globals) {
-                    EXPECT_EQ(ReplaceIn(*globals, ModuleName, u"abc", u"def", Line{1}, Line{4},
-                                        {.goThroughDelete = goThroughDelete}),
-                              found.at(run));
-                },
-                [&](CodeFixture& fixture, const support::FaultPlan& plan, std::string_view faulty) {
-                    EXPECT_EQ(fixture.text(), expected.at(run)) << faulty << ", run " << run;
-                    EXPECT_EQ(fixture.globals()->liveHandles(), 0U);
-                    EXPECT_EQ(plan.liveHandles, 1U);
-                    ++run;
-                });
-            EXPECT_EQ(run, expected.size());
-            EXPECT_GT(run, 10U);
-        }
+    for (const bool goThroughDelete : {false, true}) {
+        std::vector<bool> expected;
+        std::vector<bool> found;
+        support::ExpectAsPlainWithEveryCallFaulty(
+            [] { return std::make_unique<CodeFixture>(Source); },
+            [&](const auto& globals) {
+                expected.push_back(support::PlainSearchAndReplace(
+                    *globals, {ModuleName, u"abc", u"def", 1, 4, false, goThroughDelete}));
+            },
+            [&](const auto& globals) {
+                found.push_back(ReplaceIn(*globals, ModuleName, u"abc", u"def", Line{1}, Line{4},
+                                          {.goThroughDelete = goThroughDelete}));
+            },
+            11);
+        EXPECT_EQ(found, expected);
     }
 }
 
 TEST(FaultySearchAndReplaceTest, ALineThatCannotBeReadBecomesTheOneReadBefore) {
     CodeFixture fixture("x = abc\ny = abc");
-    const auto plan = std::make_shared<support::FaultPlan>();
-    plan->fault = [&](std::size_t, std::string_view call) {
-        return call == "CodeModule.Lines" && plan->CountOf(call) == 1 ? support::Fault::Fails
-                                                                      : support::Fault::None;
-    };
+    const auto plan = support::PlanWithOneFailure("CodeModule.Lines", 1);
     support::FaultyGlobals globals(fixture.globals(), plan);
     EXPECT_TRUE(ReplaceIn(globals, ModuleName, u"abc", u"d", Line{1}, Line{2}, {}));
     EXPECT_EQ(fixture.text(), "x = d\nx = d");

@@ -370,7 +370,7 @@ TEST(Services, ThereIsNoHistoryWithoutItsWindow) {
     EXPECT_FALSE(globals.HistSelKey());
     EXPECT_FALSE(globals.SetHistSelKey(u"x"));
     EXPECT_FALSE(globals.HistSelObject());
-    EXPECT_FALSE(globals.SetHistSelObject(nullptr));
+    EXPECT_FALSE(globals.SetHistSelObject(u""));
 }
 
 TEST(Handles, AreCountedWhileTheyLive) {

@@ -117,6 +117,11 @@ constexpr std::array<TextView, 92> pool{
     u"End Sub\n",
 };
 
+// Lines that statements, headers and closing statements are continued by, or end with.
+constexpr std::array<TextView, 16> continuedPool{
+    u" _",      u"x = 1 _", u"+ 1 _", u"' more _",   u"s = \"a _", u"Sub _", u"A( _", u"y) _",
+    u": End _", u"End _",   u"Sub",   u"Property _", u"Get _",     u"P() _", u"x",    u": End Sub"};
+
 // One to three lines; mostly one.
 Text RandomText(Random& random) {
     Text text(random.Pick(pool));
@@ -224,9 +229,8 @@ Text JoinedLines(const ReferenceModule& reference) {
     return text;
 }
 
-// Does the same to both; the lines that exist are mostly met.
-void EditBoth(Module& module, ReferenceModule& reference, Random& random, TextView text) {
-    const auto line = static_cast<std::int32_t>(random.Below(reference.lines.size() + 3));
+// Does the same to both.
+void EditBoth(Module& module, ReferenceModule& reference, Random& random, std::int32_t line, TextView text) {
     switch (random.Below(5)) {
         case 0:
         case 1:
@@ -240,6 +244,20 @@ void EditBoth(Module& module, ReferenceModule& reference, Random& random, TextVi
         default:
             EXPECT_EQ(module.ReplaceLine(Line{line}, text).has_value(), reference.ReplaceLine(line, text));
     }
+}
+
+// The lines that exist are mostly met.
+void EditBoth(Module& module, ReferenceModule& reference, Random& random, TextView text) {
+    const auto line = static_cast<std::int32_t>(random.Below(reference.lines.size() + 3));
+    EditBoth(module, reference, random, line, text);
+}
+
+// Where the next edit takes place: mostly a little below the last one, as in a walk over a module, or above.
+std::int32_t NextLine(std::int32_t line, const ReferenceModule& reference, Random& random) {
+    if (random.Chance(10)) {
+        return static_cast<std::int32_t>(random.Below(reference.lines.size() + 3));
+    }
+    return line + static_cast<std::int32_t>(random.Below(4)) - 1;
 }
 
 std::string Shown(const ReferenceModule& reference) {
@@ -293,6 +311,51 @@ TEST(RandomEdits, RareQuestionsAreAnsweredAfterManyEdits) {
             }
         }
     }
+}
+
+TEST(RandomEdits, WalksOverContinuedStatementsAreFollowedLater) {
+    for (std::uint64_t seed = 1; seed <= 300; ++seed) {
+        Random random(seed);
+        ReferenceModule reference;
+        const auto module = RandomModule(random, reference);
+        std::int32_t line = 1;
+        for (int step = 0; step < 120; ++step) {
+            const std::string before = Shown(reference);
+            line = NextLine(line, reference, random);
+            const Text text = random.Chance(60) ? Text(random.Pick(continuedPool)) : RandomText(random);
+            EditBoth(*module, reference, random, line, text);
+            if (random.Chance(85)) {
+                ASSERT_NO_FATAL_FAILURE(TakeLines(*module, reference));
+                continue;
+            }
+            ASSERT_NO_FATAL_FAILURE(Compare(*module, reference)) << "seed " << seed << ", step " << step;
+            ASSERT_FALSE(testing::Test::HasFailure()) << "seed " << seed << ", step " << step << ", before:\n"
+                                                      << before << "\nafter:\n"
+                                                      << Shown(reference);
+        }
+    }
+}
+
+// Were the statement read again for each of its lines, this would take minutes.
+TEST(LongStatement, IsEditedLineByLineAndReadOnce) {
+    constexpr std::int32_t lineCount = 50'000;
+    Text text = u"Sub A()\r\n    x = 0 _\r\n";
+    for (std::int32_t i = 0; i < lineCount; ++i) {
+        text += u"        + 1 _\r\n";
+    }
+    text += u"        + 1\r\nEnd Sub\r\nSub B()\r\nEnd Sub\r\n";
+    const auto module = Module::FromText(text);
+    for (const TextView piece : {u"      + 22 _", u"", u"' + 3 _"}) {
+        for (std::int32_t i = 0; i < lineCount; ++i) {
+            ASSERT_TRUE(module->ReplaceLine(Line{i + 3}, piece));
+        }
+        const auto line = module->ProcBodyLine(u"B", MemberKind::vbext_pk_Proc);
+        EXPECT_EQ(line, Line{lineCount + 5});
+    }
+    for (std::int32_t i = 0; i < lineCount; ++i) {
+        ASSERT_TRUE(module->InsertLines(Line{i + 3}, u"    + 4 _"));
+    }
+    EXPECT_EQ(module->ProcBodyLine(u"B", MemberKind::vbext_pk_Proc), Line{2 * lineCount + 5});
 }
 
 }  // namespace
