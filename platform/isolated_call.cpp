@@ -59,6 +59,9 @@ void LimitThisProcess(const IsolationLimits& limits) {
 
 void Silence() {
     const int nowhere = ::open("/dev/null", O_RDWR);
+    if (nowhere < 0) {
+        ::_exit(1);
+    }
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         ::dup2(nowhere, stream);
     }

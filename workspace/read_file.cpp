@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <fcntl.h>
 #include <system_error>
+#include <utility>
 
 namespace lintara::workspace {
 
@@ -87,6 +88,23 @@ std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& pa
         return CannotRead(errno);
     }
     return content;
+}
+
+std::expected<std::string, std::string> ReadFileOrPipe(const std::filesystem::path& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode)) {
+        const Descriptor pipe(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+        std::string bytes;
+        if (!pipe.open() || !ReadAll(pipe.get(), 0, bytes)) {
+            return CannotRead(errno);
+        }
+        return bytes;
+    }
+    auto content = ReadFile(path);
+    if (!content) {
+        return std::unexpected(std::move(content.error()));
+    }
+    return std::move(content->bytes);
 }
 
 }  // namespace lintara::workspace

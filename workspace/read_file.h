@@ -1,4 +1,5 @@
-// Reading of whole files, regular ones only: whatever else a path may name is refused before it can block.
+// Reading of whole files. But for one function that reads pipes, regular files only: whatever else a path may
+// name is refused before it can block.
 #pragma once
 
 #include "workspace/file_identity.h"
@@ -17,6 +18,10 @@ struct FileContent {
 
 // The error is a sentence for people, without the path.
 [[nodiscard]] std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& path);
+
+// The bytes of a file, or of a pipe to its end: for what a user names on the command line, where a shell puts
+// pipes in the place of files. Waits until somebody writes to the pipe.
+[[nodiscard]] std::expected<std::string, std::string> ReadFileOrPipe(const std::filesystem::path& path);
 
 [[nodiscard]] FileIdentity IdentityOf(const struct stat& status);
 

@@ -17,13 +17,14 @@ bool IsHandled(const std::optional<HandlerBlock>& block) {
 
 std::expected<bool, Skip> HandlerInsertion::Apply(const EditTarget& target, const ProcedureGroup& group,
                                                   ComponentReport& report) {
-    if (auto skip = CheckRanges(target, group)) {
-        return std::unexpected(*std::move(skip));
-    }
     text_.Read(target.module, group);
     blocks_ = HandlerRemoval::FindBlocks(text_);
-    if (auto skip = CheckBodies(target)) {
-        return std::unexpected(*std::move(skip));
+    auto objection = CheckBodies(target);
+    if (!objection) {
+        objection = CheckRanges(target, group);
+    }
+    if (objection) {
+        return std::unexpected(*std::move(objection));
     }
     const bool all = std::ranges::all_of(blocks_, IsHandled);
     if (all && !refresh_.wanted) {

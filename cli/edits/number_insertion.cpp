@@ -46,12 +46,12 @@ NumberInsertion::NumberInsertion(const NumberOptions& numbers) : numbers_(number
 
 std::expected<bool, Skip> NumberInsertion::Apply(const EditTarget& target, const ProcedureGroup& group,
                                                  ComponentReport& report) {
-    if (auto skip = CheckRanges(target, group)) {
-        return std::unexpected(*std::move(skip));
-    }
     text_.Read(target.module, group);
     if (std::ranges::all_of(text_.parts(), IsEmpty)) {
         return false;
+    }
+    if (auto skip = CheckRanges(target, group)) {
+        return std::unexpected(*std::move(skip));
     }
     if (const auto line = numbers_.renumber ? std::nullopt : FirstNumber()) {
         if (IsNumberedAlready(target, group)) {

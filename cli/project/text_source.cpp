@@ -45,11 +45,11 @@ Text TextOfFile(std::string_view bytes) {
 namespace {
 
 std::expected<Text, std::string> ReadFileText(const std::filesystem::path& path) {
-    const auto content = workspace::ReadFile(path);
-    if (!content) {
-        return std::unexpected(PrintablePath(path) + ": " + content.error());
+    const auto bytes = workspace::ReadFileOrPipe(path);
+    if (!bytes) {
+        return std::unexpected(PrintablePath(path) + ": " + bytes.error());
     }
-    return TextOfFile(content->bytes);
+    return TextOfFile(*bytes);
 }
 
 }  // namespace

@@ -12,8 +12,10 @@
 namespace lintara::cli {
 namespace {
 
+// Names are a client's own, however long.
 std::string Quoted(std::string_view name) {
-    return '"' + std::string(name) + '"';
+    constexpr std::size_t longest = 100;
+    return '"' + std::string(name.substr(0, longest)) + (name.size() > longest ? " ..." : "") + '"';
 }
 
 std::string NamesOf(const MethodInfo& method) {

@@ -15,13 +15,16 @@ namespace {
 
 using nlohmann::json;
 
+std::string Shortened(std::string_view text) {
+    constexpr std::size_t longest = 200;
+    return std::string(text.substr(0, longest)) + (text.size() > longest ? " ..." : "");
+}
+
 // What the parser says, without its own error numbers; it quotes what it read last, however long.
 std::string Sentence(const json::exception& exception) {
-    constexpr std::size_t longest = 200;
     std::string_view text = exception.what();
     text.remove_prefix(std::min(text.find("] ") + 2, text.size()));
-    const bool cut = text.size() > longest;
-    return "the line is no JSON: " + std::string(text.substr(0, longest)) + (cut ? " ..." : "");
+    return "the line is no JSON: " + Shortened(text);
 }
 
 // The name that stands in `object` more than once.
@@ -73,7 +76,7 @@ class Builder final : public nlohmann::json_sax<json> {
     }
     bool end_object() override {
         const auto name = DoubleName(std::get<JsonObject>(open_.back().value.value));
-        return name ? Refuse("the name \"" + *name + "\" stands twice in one object") : Close();
+        return name ? Refuse("the name \"" + Shortened(*name) + "\" stands twice in one object") : Close();
     }
     bool start_array(std::size_t) override { return Open({JsonArray()}); }
     bool end_array() override { return Close(); }

@@ -18,6 +18,15 @@ class ClientError(Exception):
     """What stopped the work, as a sentence."""
 
 
+def printable(text):
+    """The text for a terminal, which would take control characters in names for commands."""
+    return "".join(c if c.isprintable() or c in "\t\n" else f"\\x{ord(c):02x}" for c in text)
+
+
+def tell(text):
+    print(printable(text), file=sys.stderr)
+
+
 class Lintara:
     """One `lintara serve` process. Each call waits for its answer."""
 
@@ -89,7 +98,7 @@ def number_project(lintara, project, base, step):
         for name in procedures_of(lintara, project["name"], component["name"]):
             member = {"sProject": project["name"], "sComponent": component["name"], "sMember": name}
             if not lintara.call("inspect.procedureRanges", **member)["Found"]:
-                print(f"skipped {component['name']}.{name}: it is not found", file=sys.stderr)
+                tell(f"skipped {component['name']}.{name}: it is not found")
                 continue
             lintara.call("lintara.LineNumbersInserter", **member, iLNBase=base, iLNStep=step)
             count += 1
@@ -100,15 +109,17 @@ def run(options):
     with Lintara(options.lintara) as lintara:
         opened = lintara.call("workspace.open", path=options.path)
         for warning in opened["warnings"]:
-            print(f"warning: {warning['path']}: {warning['message']}", file=sys.stderr)
+            tell(f"warning: {warning['path']}: {warning['message']}")
         count = sum(number_project(lintara, p, options.base, options.step) for p in opened["projects"])
         changes = lintara.call("workspace.changes")["files"]
         for change in changes:
-            sys.stdout.write(change["diff"])
-        print(f"{count} procedures; {len(changes)} files differ", file=sys.stderr)
+            diff = change["diff"]
+            sys.stdout.write(printable(diff.replace("\r\n", "\n")) if sys.stdout.isatty() else diff)
+        sys.stdout.flush()
+        tell(f"{count} procedures; {len(changes)} files differ")
         if options.save:
             for path in lintara.call("workspace.save")["files"]:
-                print(f"saved {path}", file=sys.stderr)
+                tell(f"saved {path}")
 
 
 def main():
@@ -125,7 +136,11 @@ def main():
     try:
         run(parser.parse_args())
     except ClientError as error:
-        print(f"number_project: {error}", file=sys.stderr)
+        tell(f"number_project: {error}")
+        return 3
+    except BrokenPipeError:
+        # Nobody reads on. What is not written yet would fail once more at the end.
+        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
         return 3
     return 0
 

@@ -90,6 +90,12 @@ class Lintara {
   }
 }
 
+// The text for a terminal, which would take control characters in names for commands.
+function printable(text) {
+  const escaped = (c) => (c === "\t" || c === "\n" ? c : `\\x${c.codePointAt(0).toString(16).padStart(2, "0")}`);
+  return text.replace(/[\p{Cc}\p{Cf}]/gu, escaped);
+}
+
 function wholeNumber(text, name) {
   if (!/^[1-9][0-9]{0,8}$/.test(text)) {
     throw new UsageError(`${name} has to be a whole number from 1 on, not "${text}"`);
@@ -178,7 +184,8 @@ function print(answer, asJson) {
     return;
   }
   console.log(answer.member === "" ? "the declarations" : `${answer.kind} ${answer.member}`);
-  console.log(answer.expansion.replaceAll("\r\n", "\n"));
+  const expansion = answer.expansion.replaceAll("\r\n", "\n");
+  console.log(process.stdout.isTTY ? printable(expansion) : expansion);
 }
 
 async function main() {
@@ -194,6 +201,6 @@ async function main() {
 try {
   await main();
 } catch (error) {
-  console.error(`under_caret: ${error.message}`);
+  console.error(`under_caret: ${printable(error.message)}`);
   process.exitCode = error instanceof UsageError ? 2 : 3;
 }

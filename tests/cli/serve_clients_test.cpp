@@ -138,5 +138,26 @@ TEST_F(ServeClients, TellWhatWentWrong) {
                 HasSubstr("cannot be started"));
 }
 
+TEST_F(ServeClients, ControlCharactersInNamesReachNoTerminal) {
+    EXPECT_EQ(RunClient("number_project.py", "$(printf 'a\\033b').vbp").text,
+              "number_project: a\\x1bb.vbp: cannot be opened: No such file or directory (-32000)\n");
+    if (!Lacks("node")) {
+        EXPECT_EQ(RunClient("under_caret.mjs", "$(printf 'a\\033b').vbp Main 1").text,
+                  "under_caret: a\\x1bb.vbp: cannot be opened: No such file or directory (-32000)\n");
+    }
+}
+
+TEST_F(ServeClients, NumberProjectEndsQuietlyWhenNobodyReadsOn) {
+    std::string code;
+    for (int i = 0; i < 400; ++i) {
+        code += "Sub S" + std::to_string(i) + "()\r\n    Beep\r\nEnd Sub\r\n";
+    }
+    for (const char* name : {"A", "B", "C", "D", "E", "F", "G", "H", "I", "J"}) {
+        files.Write("many/" + std::string(name) + ".bas",
+                    "Attribute VB_Name = \"" + std::string(name) + "\"\r\n" + code);
+    }
+    EXPECT_EQ(RunClient("number_project.py", "many | head -n 1").text, "--- a/many/A.bas\n");
+}
+
 }  // namespace
 }  // namespace lintara::cli

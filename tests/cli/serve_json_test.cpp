@@ -142,6 +142,11 @@ TEST(JsonReader, ErrorsStayShort) {
     ASSERT_FALSE(value);
     EXPECT_LT(value.error().size(), 300U);
     EXPECT_THAT(value.error(), HasSubstr("the line is no JSON"));
+    const std::string member = '"' + std::string(1'000'000, 'x') + "\":1";
+    const auto twice = ReadJson("{" + member + "," + member + "}");
+    ASSERT_FALSE(twice);
+    EXPECT_LT(twice.error().size(), 300U);
+    EXPECT_THAT(twice.error(), HasSubstr("stands twice"));
 }
 
 }  // namespace

@@ -208,6 +208,15 @@ TEST(ServeProtocol, NamesTheArgumentThatIsWrong) {
     EXPECT_EQ(endpoint.TextOfModule(), oneModule);
 }
 
+TEST(ServeProtocol, LongNamesOfArgumentsAreCut) {
+    EndpointTest endpoint;
+    const std::string answer =
+        endpoint.Serve(R"({"jsonrpc":"2.0","id":1,"method":"globals.set","params":{")" +
+                       std::string(1'000'000, 'x') + R"(":1}})");
+    EXPECT_THAT(answer, HasSubstr("xx ...\\\""));
+    EXPECT_LT(answer.size(), 400U);
+}
+
 TEST(ServeProtocol, WholeNumbersMayBeWrittenInAnyWay) {
     EndpointTest endpoint;
     endpoint.MakeModule(std::string(oneModule));
