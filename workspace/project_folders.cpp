@@ -54,20 +54,20 @@ std::expected<PathKind, Diagnostic> KindOf(const fs::path& path) {
                    ".pag, .dob, .dsr)"});
 }
 
-std::expected<std::vector<fs::path>, Diagnostic> ProjectFolders(const fs::path& given) {
-    const fs::path path = WithoutProjectLink(given);
-    const auto kind = KindOf(path);
+std::expected<std::vector<fs::path>, Diagnostic> ProjectFolders(const fs::path& path) {
+    const fs::path target = WithoutProjectLink(path);
+    const auto kind = KindOf(target);
     if (!kind) {
         return std::unexpected(kind.error());
     }
-    std::vector<fs::path> folders = {*kind == PathKind::Folder ? path : FolderOf(path)};
+    std::vector<fs::path> folders = {*kind == PathKind::Folder ? target : FolderOf(target)};
     if (*kind != PathKind::ProjectGroup) {
         return folders;
     }
     // What is wrong with a group is told when it is opened.
-    const auto content = ReadFile(path);
+    const auto content = ReadFile(target);
     const auto group =
-        content ? ParseGroupFile(path, content->bytes, DefaultEncoding()) : std::unexpected(Diagnostic{});
+        content ? ParseGroupFile(target, content->bytes, DefaultEncoding()) : std::unexpected(Diagnostic{});
     if (group) {
         PathResolver resolver;
         for (const FileEntry& entry : group->projects) {

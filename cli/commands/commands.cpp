@@ -8,13 +8,36 @@ namespace {
 
 std::vector<CommandInfo> AllCommands() {
     std::vector<CommandInfo> commands = {
-        ListCommand(),          InsertCommand(),         RemoveCommand(),           CustomInsertCommand(),
-        CustomRemoveCommand(),  ReplaceCommand(),        MemberCommand(),           CheckCommand(),
-        WhereCommand(),         TemplateExpandCommand(), TemplateGenerateCommand(), UndoCommand(),
-        RecoverCommand(),       SettingsListCommand(),   SettingsGetCommand(),      SettingsSetCommand(),
-        SettingsResetCommand(), BufferListCommand(),     BufferGetCommand(),        BufferSetCommand(),
-        BufferClearCommand(),   BufferPathCommand(),     BufferInitCommand(),       BufferImportCommand(),
+        ListCommand(),
+        InsertCommand(),
+        RemoveCommand(),
+        CustomInsertCommand(),
+        CustomRemoveCommand(),
+        ReplaceCommand(),
+        MemberCommand(),
+        CheckCommand(),
+        WhereCommand(),
+        TemplateExpandCommand(),
+        TemplateGenerateCommand(),
+        UndoCommand(),
+        RecoverCommand(),
+        SettingsListCommand(),
+        SettingsGetCommand(),
+        SettingsSetCommand(),
+        SettingsResetCommand(),
+        BufferListCommand(),
+        BufferGetCommand(),
+        BufferSetCommand(),
+        BufferClearCommand(),
+        BufferPathCommand(),
+        BufferInitCommand(),
+        BufferImportCommand(),
         ServeCommand(),
+        DialogInsertHandlersCommand(),
+        DialogRemoveHandlersCommand(),
+        DialogInsertCodeCommand(),
+        DialogRemoveCodeCommand(),
+        HistoryCommand(),
     };
     commands.push_back(ConfigCommand(commands));
     return commands;
@@ -25,6 +48,7 @@ constexpr CommandFamily families[] = {
     {"template", "Turn code templates into code and back"},
     {"settings", "Show and change the user's settings"},
     {"buffer", "Show and change the copy-and-paste buffers"},
+    {"dialog", "Choose in a window what to insert or remove"},
 };
 
 }  // namespace

@@ -29,6 +29,11 @@ namespace lintara::cli {
 [[nodiscard]] CommandInfo ConfigCommand(std::span<const CommandInfo> others);
 [[nodiscard]] CommandInfo CustomInsertCommand();
 [[nodiscard]] CommandInfo CustomRemoveCommand();
+[[nodiscard]] CommandInfo DialogInsertCodeCommand();
+[[nodiscard]] CommandInfo DialogInsertHandlersCommand();
+[[nodiscard]] CommandInfo DialogRemoveCodeCommand();
+[[nodiscard]] CommandInfo DialogRemoveHandlersCommand();
+[[nodiscard]] CommandInfo HistoryCommand();
 [[nodiscard]] CommandInfo InsertCommand();
 [[nodiscard]] CommandInfo ListCommand();
 [[nodiscard]] CommandInfo MemberCommand();

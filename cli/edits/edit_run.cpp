@@ -1,6 +1,7 @@
 #include "cli/edits/edit_run.h"
 
 #include "cli/edits/refusal.h"
+#include "cli/history/history_store.h"
 #include "cli/numbers/number_map.h"
 #include "cli/output/line_changes.h"
 #include "cli/output/messages.h"
@@ -54,6 +55,7 @@ class EditRun {
         if (!scope) {
             return Fail(ExitStatus::Usage, {{{}, 0, scope.error()}});
         }
+        RememberCaret();
         for (const std::string& warning : UnmatchedExclusions(workspace_, options_.scope)) {
             report_.warnings.push_back({{}, 0, warning});
             messages_.Warning(report_.warnings.back());
@@ -118,6 +120,14 @@ class EditRun {
             messages_.Warning(warning);
         }
         return std::nullopt;
+    }
+
+    void RememberCaret() {
+        const auto& at = options_.scope.at;
+        if (at && !isStandardInput()) {
+            const auto found = FindCaretComponent(workspace_, *at);
+            RememberPlace(environment_, options_.read.path, *found->project, *found->component, at->line);
+        }
     }
 
     void Edit(const std::vector<ScopedComponent>& scope) {

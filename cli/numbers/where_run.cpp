@@ -1,6 +1,8 @@
 #include "cli/numbers/where_run.h"
 
+#include "base/strings.h"
 #include "cli/edits/refusal.h"
+#include "cli/history/history_store.h"
 #include "cli/numbers/number_map.h"
 #include "cli/output/json_text.h"
 #include "cli/output/messages.h"
@@ -38,6 +40,7 @@ class WhereRun {
             return Complain(ExitStatus::Usage, found.error());
         }
         Answer(*found);
+        Remember(*found);
         return found->empty() ? ExitStatus::NotFound : ExitStatus::Done;
     }
 
@@ -118,6 +121,20 @@ class WhereRun {
                                   "copy-changed");
             }
         }
+    }
+
+    // One answer is a place to go to; several are a list.
+    void Remember(const std::vector<FoundNumber>& found) {
+        if (found.size() != 1 || found.front().table->now == nullptr || !found.front().text) {
+            return;
+        }
+        const FoundNumber& number = found.front();
+        RememberPlace(environment_, options_.read.path,
+                      {.project = number.table->project,
+                       .component = number.table->component,
+                       .member = number.procedure->name,
+                       .text = Text(Trim(*number.text)),
+                       .line = number.place.line});
     }
 
     void Answer(const std::vector<FoundNumber>& found) {

@@ -12,8 +12,8 @@
 
 namespace lintara::cli {
 
-// Reads the template's file, standard input or a buffer. Refuses, as UsageError, what is no label, and a template that
-// could not stand in a procedure; the latter two not when the command is exact.
+// Reads the template's file, standard input or a buffer. Refuses, as UsageError, what is no label, and a
+// template that could not stand in a procedure; the latter two not when the command is exact.
 [[nodiscard]] WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environment);
 
 // What speaks against a template of handlers that begin with that label, as a sentence; none when nothing

@@ -1,5 +1,6 @@
 #include "cli/project/caret.h"
 
+#include "cli/history/history_store.h"
 #include "cli/options/option_values.h"
 #include "cli/options/shared_options.h"
 #include "cli/output/messages.h"
@@ -41,6 +42,7 @@ std::expected<workspace::ActivePane, ExitStatus> OpenAtCaret(workspace::Workspac
                              .component = found->component,
                              .selection = {caret, caret},
                              .topLine = place.line});
+    RememberPlace(environment, read.path, *found->project, *found->component, place.line);
     return *workspace.activePane();
 }
 
