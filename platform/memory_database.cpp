@@ -49,7 +49,7 @@ class MemoryRecordset final : public hostmodel::Recordset {
             if (missing) {
                 return NoRow();
             }
-            row_ = Row{*current_, rows_->at(*current_)};
+            row_ = Row{current_, rows_->at(*current_)};
             return {};
         });
     }
