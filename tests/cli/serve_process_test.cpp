@@ -341,6 +341,13 @@ TEST_F(ServeProcess, ServesOnAfterAnythingThatIsNoRequest) {
     EXPECT_EQ(Text(), code);
 }
 
+// The address sanitizer keeps what was freed for a while, to find late uses of it.
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool MemoryIsGivenBack = false;
+#else
+constexpr bool MemoryIsGivenBack = true;
+#endif
+
 TEST_F(ServeProcess, TakesLinesOfManyMegabytesAndGivesTheirMemoryBack) {
     constexpr std::size_t size = 48 * 1024 * 1024;
     const auto before = child.ResidentKilobytes();
@@ -350,7 +357,9 @@ TEST_F(ServeProcess, TakesLinesOfManyMegabytesAndGivesTheirMemoryBack) {
         text + "\"}}\n");
     EXPECT_EQ(child.ReadLine(), R"({"jsonrpc":"2.0","id":1,"result":{"value":""}})");
     EXPECT_EQ(child.ResultOf("lintara.GetLineNumber")["value"], 0);
-    EXPECT_LT(child.ResidentKilobytes() - before, 16 * 1024);
+    if (MemoryIsGivenBack) {
+        EXPECT_LT(child.ResidentKilobytes() - before, 16 * 1024);
+    }
 }
 
 TEST_F(ServeProcess, RefusesALineBeyondTheLimit) {
@@ -363,7 +372,9 @@ TEST_F(ServeProcess, RefusesALineBeyondTheLimit) {
     EXPECT_THAT(answer["error"]["message"].get<std::string>(), HasSubstr("longer than 268435456 bytes"));
     child.Write("{}\n");
     EXPECT_EQ(child.ResultOf("lintara.GetLineNumber")["value"], 0) << "the rest of the line is passed over";
-    EXPECT_LT(child.ResidentKilobytes(), 64 * 1024);
+    if (MemoryIsGivenBack) {
+        EXPECT_LT(child.ResidentKilobytes(), 64 * 1024);
+    }
 }
 
 TEST_F(ServeProcess, MemoryStaysFlat) {
@@ -391,7 +402,10 @@ TEST_F(ServeProcess, MemoryStaysFlat) {
     };
     // The room for edited lines grows for a while, until it is tidied up.
     const long warm = serve(3000);
-    EXPECT_LE(serve(6000), warm + 512) << "in KB, after 18,000 and after 54,000 requests";
+    const long later = serve(6000);
+    if (MemoryIsGivenBack) {
+        EXPECT_LE(later, warm + 512) << "in KB, after 18,000 and after 54,000 requests";
+    }
     EXPECT_EQ(Text(), code);
 }
 

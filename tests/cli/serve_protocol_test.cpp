@@ -296,7 +296,8 @@ TEST(ServeProtocol, HalvesOfSurrogatePairsBecomeReplacementCharacters) {
 
 TEST(ServeProtocol, TextsKeepEveryCharacter) {
     EndpointTest endpoint;
-    const std::string text = std::string("a\0b\x7f\xe2\x80\xa8\"\\\t\r\n\xf0\x9f\x98\x80", 20);
+    constexpr char characters[] = "a\0b\x7f\xe2\x80\xa8\"\\\t\r\n\xf0\x9f\x98\x80";
+    const std::string text(characters, sizeof characters - 1);
     EXPECT_EQ(endpoint.ErrorOf("lintara.TarnwickCPBuffer.set", {{"value", text}}), 0);
     EXPECT_EQ(endpoint.ResultOf("lintara.TarnwickCPBuffer.get")["value"], text);
 }
