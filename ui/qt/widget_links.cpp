@@ -44,24 +44,25 @@ void ConnectLabels(const forms::Form& form, const Views& views) {
 
 void NameWidgets(const forms::Form& form, const Views& views) {
     const forms::Label* inFront = nullptr;
-    for (forms::Control* control : form.ControlsInOrder()) {
-        if (const auto* label = dynamic_cast<const forms::Label*>(control)) {
+    for (forms::Control* each : form.ControlsInOrder()) {
+        forms::Control& control = *each;
+        if (const auto* label = dynamic_cast<const forms::Label*>(&control)) {
             inFront = label;
         }
-        QWidget* widget = WidgetOf(views, *control);
+        QWidget* widget = WidgetOf(views, control);
         if (widget == nullptr) {
             continue;
         }
-        if (!control->description.empty()) {
-            widget->setAccessibleName(ToQString(control->description));
-        } else if (const auto* arrows = dynamic_cast<const forms::UpDown*>(control)) {
+        if (!control.description.empty()) {
+            widget->setAccessibleName(ToQString(control.description));
+        } else if (const auto* arrows = dynamic_cast<const forms::UpDown*>(&control)) {
             const QWidget* buddy = WidgetOf(views, arrows->Buddy());
             widget->setAccessibleName(buddy == nullptr ? QString() : buddy->accessibleName());
-        } else if (inFront != nullptr && control->TakesFocus() &&
+        } else if (inFront != nullptr && control.TakesFocus() &&
                    qobject_cast<QAbstractButton*>(widget) == nullptr) {
             widget->setAccessibleName(NameFrom(*inFront));
         }
-        if (control->TakesFocus()) {
+        if (control.TakesFocus()) {
             inFront = nullptr;
         }
     }
