@@ -46,10 +46,10 @@ void NameWidgets(const forms::Form& form, const Views& views) {
     const forms::Label* inFront = nullptr;
     for (forms::Control* each : form.ControlsInOrder()) {
         forms::Control& control = *each;
+        QWidget* widget = WidgetOf(views, control);
         if (const auto* label = dynamic_cast<const forms::Label*>(&control)) {
             inFront = label;
         }
-        QWidget* widget = WidgetOf(views, control);
         if (widget == nullptr) {
             continue;
         }
