@@ -62,8 +62,7 @@ void ConnectToMachine(Environment& environment) {
     environment.platform.clock = std::make_shared<platform::SystemClock>();
     environment.platform.regional = std::make_shared<platform::SystemRegionalTexts>();
     if (const auto state = platform::UserStateFolder(); !state.empty()) {
-        environment.stateFolder =
-            state / platform::ApplicationFolderName(constants::SettingsApplication) / "undo";
+        environment.stateFolder = state / platform::ApplicationFolderName(constants::SettingsApplication);
     }
     environment.identity = std::make_shared<platform::MachineIdentity>();
     environment.platform.databaseEngine = std::make_shared<platform::SqliteEngine>(

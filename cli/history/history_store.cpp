@@ -3,13 +3,10 @@
 #include "base/utf8.h"
 #include "cli/output/terminal_text.h"
 #include "platform/locked_file.h"
-#include "workspace/checksum.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -107,26 +104,14 @@ Json PlaceObject(const RecordedPlace& place) {
             {"text", JsonText(place.text)}};
 }
 
-HistoryStore::HistoryStore(const fs::path& stateFolder) {
-    if (!stateFolder.empty()) {
-        folder_ = stateFolder.parent_path() / "history";
-    }
-}
-
-fs::path HistoryStore::FileOf(const fs::path& project) const {
-    std::error_code error;
-    const fs::path real = fs::weakly_canonical(project, error);
-    std::array<char, 17> name{};
-    std::snprintf(name.data(), name.size(), "%016llx",
-                  static_cast<unsigned long long>(workspace::Checksum((error ? project : real).native())));
-    return folder_ / (std::string(name.data()) + ".json");
-}
+HistoryStore::HistoryStore(const fs::path& stateFolder)
+    : records_(stateFolder.empty() ? fs::path() : stateFolder / "history", ".json", mostHistories) {}
 
 std::expected<History, std::string> HistoryStore::Read(const fs::path& project) const {
-    if (folder_.empty()) {
+    if (records_.folder().empty()) {
         return History{};
     }
-    const fs::path file = FileOf(project);
+    const fs::path file = records_.FileOf(project);
     const auto bytes = platform::ReadSmallFile(file, largestFile);
     if (!bytes) {
         return std::unexpected(PrintablePath(file) + " " + bytes.error());
@@ -136,10 +121,10 @@ std::expected<History, std::string> HistoryStore::Read(const fs::path& project) 
 
 std::expected<void, std::string> HistoryStore::Update(
     const fs::path& project, const std::function<void(History& history)>& change) const {
-    if (folder_.empty()) {
+    if (records_.folder().empty()) {
         return {};
     }
-    const fs::path file = FileOf(project);
+    const fs::path file = records_.FileOf(project);
     const auto complain = [&](const std::string& what) {
         return std::unexpected(PrintablePath(file) + " " + what);
     };
@@ -164,25 +149,9 @@ std::expected<void, std::string> HistoryStore::Update(
         return complain(replaced.error());
     }
     if (bytes && bytes->empty()) {
-        ForgetOldest(file);
+        records_.ForgetOldest(file);
     }
     return {};
-}
-
-void HistoryStore::ForgetOldest(const fs::path& latest) const {
-    std::vector<std::pair<fs::file_time_type, fs::path>> others;
-    std::error_code error;
-    fs::directory_iterator entry(folder_, error);
-    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
-        std::error_code ignored;
-        if (entry->path().extension() == ".json" && entry->path() != latest) {
-            others.emplace_back(entry->last_write_time(ignored), entry->path());
-        }
-    }
-    std::ranges::sort(others, std::greater());
-    for (std::size_t i = mostHistories - 1; i < others.size(); ++i) {
-        fs::remove(others[i].second, error);
-    }
 }
 
 void RememberPlace(const Environment& environment, const fs::path& path, RecordedPlace place) {

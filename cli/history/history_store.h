@@ -5,6 +5,7 @@
 #include "cli/environment.h"
 #include "cli/history/places.h"
 #include "cli/output/json_text.h"
+#include "cli/project/project_records.h"
 
 #include <cstddef>
 #include <expected>
@@ -20,7 +21,7 @@ inline constexpr std::size_t mostHistories = 100;
 // Errors are sentences for people that name the file.
 class HistoryStore {
   public:
-    // `stateFolder` is that of the environment. The history's folder beside it is made when it is needed.
+    // `stateFolder` is that of the environment. The folder of the histories in it is made when it is needed.
     explicit HistoryStore(const std::filesystem::path& stateFolder);
 
     // An empty history when none is recorded, or when its file is damaged. `project` is a path as the command
@@ -33,10 +34,7 @@ class HistoryStore {
         const std::filesystem::path& project, const std::function<void(History& history)>& change) const;
 
   private:
-    [[nodiscard]] std::filesystem::path FileOf(const std::filesystem::path& project) const;
-    void ForgetOldest(const std::filesystem::path& latest) const;
-
-    std::filesystem::path folder_;
+    ProjectRecords records_;
 };
 
 // Notes that a command was pointed at that place. Whatever goes wrong is passed over in silence.

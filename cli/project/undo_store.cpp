@@ -5,11 +5,7 @@
 #include "workspace/read_file.h"
 #include "workspace/write_file.h"
 
-#include <algorithm>
-#include <array>
 #include <charconv>
-#include <cstdio>
-#include <functional>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -131,34 +127,19 @@ std::optional<UndoRecord> Parsed(std::string_view bytes) {
     return reader.left() > 0 ? std::nullopt : std::optional(std::move(record));
 }
 
-bool IsNameOfRecord(std::string_view name) {
-    return name.size() == 16 && name.find_first_not_of("0123456789abcdef") == std::string_view::npos;
-}
-
-fs::path RealPath(const fs::path& path) {
-    std::error_code error;
-    fs::path real = fs::weakly_canonical(path, error);
-    return error ? path : real;
-}
-
 }  // namespace
 
-fs::path UndoStore::RecordOf(const fs::path& project) const {
-    std::array<char, 17> name{};
-    std::snprintf(name.data(), name.size(), "%016llx",
-                  static_cast<unsigned long long>(workspace::Checksum(RealPath(project).native())));
-    return folder_ / name.data();
-}
+UndoStore::UndoStore(const fs::path& stateFolder) : records_(stateFolder / "undo", "", mostUndoRecords) {}
 
 std::expected<void, std::string> UndoStore::Write(const fs::path& project, std::string_view command,
                                                   std::span<const ReplacedFile> files) const {
-    const fs::path target = RecordOf(project);
+    const fs::path target = records_.FileOf(project);
     const auto complain = [&](const std::string& what) {
         return std::unexpected(PrintablePath(target) + " " + what);
     };
     std::error_code error;
-    if (fs::create_directories(folder_, error) && !error) {
-        fs::permissions(folder_, fs::perms::owner_all, error);
+    if (fs::create_directories(records_.folder(), error) && !error) {
+        fs::permissions(records_.folder(), fs::perms::owner_all, error);
     }
     if (error) {
         return complain("cannot be written: " + error.message());
@@ -177,29 +158,12 @@ std::expected<void, std::string> UndoStore::Write(const fs::path& project, std::
         fs::remove(temporary, ignored);
         return complain(written ? "cannot be written: " + error.message() : written.error());
     }
-    ForgetOldest(target);
+    records_.ForgetOldest(target);
     return {};
 }
 
-void UndoStore::ForgetOldest(const fs::path& latest) const {
-    std::vector<std::pair<fs::file_time_type, fs::path>> others;
-    std::error_code error;
-    fs::directory_iterator entry(folder_, error);
-    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
-        std::error_code ignored;
-        const fs::path& path = entry->path();
-        if (IsNameOfRecord(path.filename().native()) && path != latest) {
-            others.emplace_back(entry->last_write_time(ignored), path);
-        }
-    }
-    std::ranges::sort(others, std::greater());
-    for (std::size_t i = mostUndoRecords - 1; i < others.size(); ++i) {
-        fs::remove(others[i].second, error);
-    }
-}
-
 std::expected<std::optional<UndoRecord>, std::string> UndoStore::Read(const fs::path& project) const {
-    const fs::path path = RecordOf(project);
+    const fs::path path = records_.FileOf(project);
     std::error_code error;
     if (!fs::exists(path, error)) {
         return std::nullopt;
@@ -217,7 +181,7 @@ std::expected<std::optional<UndoRecord>, std::string> UndoStore::Read(const fs::
 
 void UndoStore::Forget(const fs::path& project) const {
     std::error_code ignored;
-    fs::remove(RecordOf(project), ignored);
+    fs::remove(records_.FileOf(project), ignored);
 }
 
 }  // namespace lintara::cli

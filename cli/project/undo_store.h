@@ -3,6 +3,7 @@
 // of the projects that were edited last are kept.
 #pragma once
 
+#include "cli/project/project_records.h"
 #include "workspace/journal.h"
 
 #include <cstddef>
@@ -39,8 +40,8 @@ inline constexpr std::size_t mostUndoRecords = 20;
 // Errors are sentences for people that name the record's file.
 class UndoStore {
   public:
-    // The folder is made when a record is written.
-    explicit UndoStore(std::filesystem::path folder) : folder_(std::move(folder)) {}
+    // `stateFolder` is that of the environment. The folder of the records in it is made when one is written.
+    explicit UndoStore(const std::filesystem::path& stateFolder);
 
     // `project` is a path as the command line names it. When there are more records than `mostUndoRecords`
     // then, the oldest ones go.
@@ -53,10 +54,7 @@ class UndoStore {
     void Forget(const std::filesystem::path& project) const;
 
   private:
-    [[nodiscard]] std::filesystem::path RecordOf(const std::filesystem::path& project) const;
-    void ForgetOldest(const std::filesystem::path& latest) const;
-
-    std::filesystem::path folder_;
+    ProjectRecords records_;
 };
 
 }  // namespace lintara::cli

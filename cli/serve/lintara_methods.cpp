@@ -200,7 +200,7 @@ constexpr std::array Calls = {
 };
 
 std::string MethodName(const DispatchMember& member) {
-    const std::string name = "lintara." + ToUtf8(member.name);
+    std::string name = "lintara." + ToUtf8(member.name);
     switch (member.access) {
         case Access::Get:
             return name + ".get";

@@ -56,7 +56,7 @@ Outcome CommandTest::Run(const std::vector<std::string>& arguments) const {
     environment.platform.databaseEngine =
         std::make_shared<platform::SqliteEngine>(nullptr, std::chrono::milliseconds(50));
     environment.platform.libraryFolder = libraryFolder;
-    environment.stateFolder = state_.path() / "undo";
+    environment.stateFolder = state_.path();
     if (answers) {
         environment.ask = [&err, left = *answers](std::string_view question) mutable {
             err.Write(question);

@@ -265,16 +265,17 @@ TEST_F(HistoryCommand, TheProjectsVisitedLeastRecentlyAreForgotten) {
     const auto folder = test.stateFolder() / "history";
     std::filesystem::create_directories(folder);
     const auto now = std::filesystem::file_time_type::clock::now();
+    const auto fileOf = [&](int i) { return folder / (std::to_string(1'000'000'000'000'000 + i) + ".json"); };
     for (int i = 0; i < 105; ++i) {
-        const auto file = folder / (std::to_string(i) + ".json");
+        const auto file = fileOf(i);
         std::ofstream(file) << "{}";
         std::filesystem::last_write_time(file, now - std::chrono::hours(i + 1));
     }
     (void)test.Run("member @Shop.vbp --at Main:5");
     EXPECT_EQ(Listed("back").size(), 1U);
-    EXPECT_TRUE(std::filesystem::exists(folder / "98.json"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "99.json"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "104.json"));
+    EXPECT_TRUE(std::filesystem::exists(fileOf(98)));
+    EXPECT_FALSE(std::filesystem::exists(fileOf(99)));
+    EXPECT_FALSE(std::filesystem::exists(fileOf(104)));
 }
 
 TEST_F(HistoryCommand, AFolderThatCannotBeWrittenHindersNoCommand) {

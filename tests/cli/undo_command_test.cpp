@@ -148,12 +148,12 @@ TEST(UndoRecords, ComeBackWithAnyBytes) {
 
 TEST(UndoRecords, AreKeptOfTheProjectsEditedLast) {
     const support::TemporaryFolder folder;
-    folder.Write("notes.txt", "no record");
+    folder.Write("undo/notes.txt", "no record");
     const UndoStore store(folder.path());
     const auto now = std::filesystem::file_time_type::clock::now();
     for (int i = 0; i < 25; ++i) {
         // Each a minute later than the one before it.
-        for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path() / "undo")) {
             const auto written = i == 0 ? now : entry.last_write_time();
             std::filesystem::last_write_time(entry.path(), written - std::chrono::minutes(1));
         }
@@ -172,7 +172,7 @@ TEST(UndoRecords, CutOffAnywhereAreDamaged) {
     const UndoStore store(folder.path());
     const std::vector<ReplacedFile> files = {{"/x", "content", {1, 2}}};
     ASSERT_TRUE(store.Write("p", "insert", files));
-    const std::filesystem::path file = std::filesystem::directory_iterator(folder.path())->path();
+    const std::filesystem::path file = std::filesystem::directory_iterator(folder.path() / "undo")->path();
     for (auto size = std::filesystem::file_size(file); size-- > 0;) {
         std::filesystem::resize_file(file, size);
         EXPECT_FALSE(store.Read("p")) << size;
@@ -184,8 +184,8 @@ TEST(UndoRecords, WithAnyByteChangedAreDamaged) {
     const UndoStore store(folder.path());
     const std::vector<ReplacedFile> files = {{"/x", "content", {1, 2}}};
     ASSERT_TRUE(store.Write("p", "insert", files));
-    const std::filesystem::path file = std::filesystem::directory_iterator(folder.path())->path();
-    const std::string name = file.filename();
+    const std::filesystem::path file = std::filesystem::directory_iterator(folder.path() / "undo")->path();
+    const std::string name = "undo" / file.filename();
     const std::string whole = folder.Read(name);
     for (std::size_t i = 0; i < whole.size(); ++i) {
         std::string bytes = whole;
