@@ -1,5 +1,6 @@
 // Error handlers and custom code in and out of generated modules: nothing but the procedures' bodies changes,
 // and what can be taken out leaves what was there.
+#include "tests/support/procedure_bodies.h"
 #include "tests/support/project_generator.h"
 #include "tests/support/wild_module.h"
 #include "tests/transform/opened_file.h"
@@ -7,7 +8,6 @@
 #include "transform/error_handler_insertion.h"
 #include "transform/error_handler_removal.h"
 #include "transform/line_numbers.h"
-#include "transform/procedure_ranges.h"
 #include "workspace/encoding.h"
 
 #include <algorithm>
@@ -15,7 +15,6 @@
 #include <cstdint>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -23,20 +22,15 @@
 namespace lintara::transform {
 namespace {
 
+using support::BodiesOf;
 using support::ModuleName;
 using support::OpenedFile;
+using support::Outside;
+using support::ProcedureNames;
 using support::ProjectName;
 using Lines = std::vector<Text>;
 
 constexpr TextView Code = u"    Debug.Print \"{MemberName}\"\r\n    Resume Next";
-
-std::set<Text> ProcedureNames(const OpenedFile& file) {
-    std::set<Text> names;
-    for (const workspace::ProcedureInfo& procedure : file.module().Procedures()) {
-        names.insert(procedure.name);
-    }
-    return names;
-}
 
 void InsertHandler(OpenedFile& file, TextView procedure) {
     ErrorHandlerInserter({*file.globals()}, ProjectName, ModuleName, procedure, u"hErr", Code);
@@ -44,47 +38,6 @@ void InsertHandler(OpenedFile& file, TextView procedure) {
 
 void RemoveHandler(OpenedFile& file, TextView procedure) {
     ErrorHandlerRemover(*file.globals(), nullptr, ProjectName, ModuleName, procedure);
-}
-
-// The bodies of the procedure, from above; none when they overlap or lie upside down.
-std::vector<std::pair<Line, Line>> BodiesOf(OpenedFile& file, TextView procedure, bool mayBeEmpty = false) {
-    const ProcedureRanges ranges = GetProcedureRanges(*file.globals(), ProjectName, ModuleName, procedure);
-    std::vector<std::pair<Line, Line>> bodies;
-    for (const auto& body : {std::pair(ranges.Start1, ranges.End1), std::pair(ranges.Start2, ranges.End2),
-                             std::pair(ranges.Start3, ranges.End3)}) {
-        if (body.first > Line{0}) {
-            bodies.push_back(body);
-        }
-    }
-    std::ranges::sort(bodies);
-    Line last{0};
-    for (const auto& [start, end] : bodies) {
-        // A body without lines is searched as far as the module goes.
-        if (start <= last || end < start || (end == start && !mayBeEmpty) ||
-            end.value() > file.module().CountOfLines()) {
-            return {};
-        }
-        last = end;
-    }
-    return bodies;
-}
-
-// What lies outside the bodies; a body is an empty list of lines.
-Lines Outside(const Lines& lines, const std::vector<std::pair<Line, Line>>& bodies) {
-    Lines outside;
-    Line next{1};
-    const auto take = [&](Line end) {
-        for (; next < end; ++next) {
-            outside.push_back(lines.at(static_cast<std::size_t>(next.value()) - 1));
-        }
-    };
-    for (const auto& [start, end] : bodies) {
-        take(start);
-        outside.emplace_back(u"(body)");
-        next = end;
-    }
-    take(Line{static_cast<std::int32_t>(lines.size()) + 1});
-    return outside;
 }
 
 // The hidden lines with their owners, whose statements on errors may have been given another label.
@@ -129,7 +82,7 @@ TEST(RandomInsertionsTest, NothingOutsideTheBodiesChangesAndHiddenLinesStayBehin
     for (std::uint64_t seed = 1; seed <= 150; ++seed) {
         OpenedFile file(support::GenerateWildModule({.lines = 100, .seed = seed}));
         for (const Operation& operation : operations) {
-            for (const Text& name : ProcedureNames(file)) {
+            for (const Text& name : ProcedureNames(file.module())) {
                 const auto bodies = BodiesOf(file, name);
                 const Lines before = file.lines();
                 const auto owners = Owners(file);
@@ -162,7 +115,7 @@ TEST(RandomInsertionsTest, HandlersAreInsertedOnce) {
     int inserted = 0;
     for (std::uint64_t seed = 1; seed <= 150; ++seed) {
         OpenedFile file(support::GenerateWildModule({.lines = 100, .seed = seed}));
-        for (const Text& name : ProcedureNames(file)) {
+        for (const Text& name : ProcedureNames(file.module())) {
             const std::string original = file.bytes();
             InsertHandler(file, name);
             const std::string once = file.bytes();
@@ -185,12 +138,12 @@ TEST(RandomInsertionsTest, CustomCodeGoesInAndOutOfTameModulesWithoutATrace) {
         OpenedFile file(support::GenerateModule(Tame(seed)));
         const std::string original = file.bytes();
         for (const std::int16_t place : std::array<std::int16_t, 3>{1, 2, 3}) {
-            for (const Text& name : ProcedureNames(file)) {
+            for (const Text& name : ProcedureNames(file.module())) {
                 CustomCodeInserter({*file.globals()}, ProjectName, ModuleName, name,
                                    {.code = Code, .place = CodePlace{place}, .line = 2, .id = 7});
             }
             EXPECT_GT(file.bytes().size(), original.size() + 30 * 100);
-            for (const Text& name : ProcedureNames(file)) {
+            for (const Text& name : ProcedureNames(file.module())) {
                 CustomCodeRemover(*file.globals(), ProjectName, ModuleName, name, 7);
             }
             ASSERT_EQ(file.bytes(), original) << "seed " << seed << ", place " << place;
@@ -241,7 +194,7 @@ TEST(RandomInsertionsTest, HandlersAndNumbersComeOutOfTameModulesAgain) {
         for (const bool numbersOutFirst : {false, true}) {
             OpenedFile file(support::GenerateModule(Tame(seed)));
             const Lines original = WithoutBlanks(file.lines());
-            const std::set<Text> names = ProcedureNames(file);
+            const std::set<Text> names = ProcedureNames(file.module());
             const auto forAll = [&](auto edit) { std::ranges::for_each(names, edit); };
             const auto removeNumbers = [&](const Text& name) {
                 LineNumbersRemover(*file.globals(), ProjectName, ModuleName, name);
@@ -268,7 +221,7 @@ TEST(RandomInsertionsTest, HandlersGoIntoNumberedModulesAndOutAgain) {
     for (std::uint64_t seed = 1; seed <= 6; ++seed) {
         OpenedFile file(support::GenerateModule(Tame(seed)));
         const Lines original = WithoutBlanks(file.lines());
-        const std::set<Text> names = ProcedureNames(file);
+        const std::set<Text> names = ProcedureNames(file.module());
         const auto forAll = [&](auto edit) { std::ranges::for_each(names, edit); };
         forAll([&](const Text& name) {
             LineNumbersInserter(*file.globals(), ProjectName, ModuleName, name, 10000, 5);
