@@ -2,6 +2,9 @@
 // standard output; see show_window.h. It is a program of its own so that `lintara` needs no windowing
 // toolkit.
 //
+// When standard output is a pipe and its reader is gone, nobody waits for the answer, and the window goes
+// too.
+//
 // Exit status: 0 when the window was shown, whatever the user did with it; 2 for a request that cannot be
 // used; 3 where there is no display.
 #include "base/constants.h"
@@ -15,11 +18,13 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QSocketNotifier>
 #include <cstdio>
 #include <iostream>
 #include <iterator>
 #include <memory>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -66,5 +71,10 @@ int main(int argc, char** argv) {
         return Complain("\"" + std::string(argv[1]) +
                         "\" is not known; the request is read from standard input");
     }
+    QSocketNotifier reader(STDOUT_FILENO, QSocketNotifier::Exception);
+    QObject::connect(&reader, &QSocketNotifier::activated, &application, [&reader] {
+        reader.setEnabled(false);
+        QCoreApplication::exit();
+    });
     return Show(std::string(std::istreambuf_iterator<char>(std::cin), {}));
 }

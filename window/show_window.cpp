@@ -67,7 +67,7 @@ class Members {
 
     void CheckNoneIsLeft() const {
         if (!object_.empty()) {
-            throw BadRequest("\"" + object_.begin().key() + "\" is not known here");
+            throw BadRequest(json(object_.begin().key()).dump() + " is not known here");
         }
     }
 

@@ -18,6 +18,10 @@ namespace {
     "as the command that is named below would: with its checks, its report, and 'lintara undo'. The files\n" \
     "are locked and read again for that, so other programs may work on them while the dialog is open.\n"
 
+#define LINTARA_DIALOG_BUFFER                                                                             \
+    "\nWhat Ctrl+Shift+C puts into the copy-and-paste buffer stays there: in the next dialog for error\n" \
+    "handlers, Ctrl+Shift+V puts it into the code.\n"
+
 #define LINTARA_DIALOG_STATUSES                                                                         \
     "\nThe window is shown by the program lintara-window, which LINTARA_WINDOW may name. Where there\n" \
     "is no display, the message names a command line that does the same without one.\n"                 \
@@ -37,6 +41,7 @@ constexpr std::string_view InsertHandlersFooter =
     "      Ask, and show what would change.\n"
     "  lintara dialog insert-eh Invoicing.vbp --at Totals:42 --print\n"
     "      Ask, and print the label, the template, the numbers and the scope as JSON.\n" LINTARA_DIALOG_COURSE
+        LINTARA_DIALOG_BUFFER
     "\nThe same without a window: lintara insert --error-handlers --line-numbers\n" LINTARA_DIALOG_STATUSES;
 
 constexpr std::string_view RemoveHandlersFooter =
@@ -49,7 +54,7 @@ constexpr std::string_view InsertCodeFooter =
     "\nExample:\n"
     "  lintara dialog insert-code Invoicing.vbp --at Totals:42\n"
     "      Ask for a piece of code, its number and its place, and insert it.\n" LINTARA_DIALOG_COURSE
-    "\nThe same without a window: lintara custom insert\n" LINTARA_DIALOG_STATUSES;
+        LINTARA_DIALOG_BUFFER "\nThe same without a window: lintara custom insert\n" LINTARA_DIALOG_STATUSES;
 
 constexpr std::string_view RemoveCodeFooter =
     "\nExample:\n"

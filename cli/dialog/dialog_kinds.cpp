@@ -117,7 +117,8 @@ constexpr DialogKind insertHandlers{
     .request = [](const CaretAnswers& caret) { return HandlersRequest("insert-eh", caret); },
     .addChoice = AddHandlerInsertion,
     .usualOptions = HandlersAndNumbers,
-    .offersProcedureFirst = true};
+    .offersProcedureFirst = true,
+    .buffer = {.taken = "sCCPBuffer", .given = "sCCPBuffer", .isGivenEmpty = true}};
 
 constexpr DialogKind removeHandlers{
     .window = "remove-eh",
@@ -133,7 +134,8 @@ constexpr DialogKind insertCode{
     .request = [](const CaretAnswers& caret) { return CodeRequest("insert-code", caret); },
     .addChoice = AddCodeInsertion,
     .usualOptions = BlockOfRememberedCode,
-    .offersProcedureFirst = false};
+    .offersProcedureFirst = false,
+    .buffer = {.given = "sCCPBufferX"}};
 
 constexpr DialogKind removeCode{
     .window = "remove-code",

@@ -28,6 +28,13 @@ struct StandInRun {
     std::string input;     // standard input
 };
 
+// The copy-and-paste buffer in what a dialog is asked with and what it answers.
+struct CopyBuffer {
+    const char* taken = nullptr;  // the member by which the dialog takes it; null when it begins with none
+    const char* given = nullptr;  // the member by which the dialog gives it back; null when it never does
+    bool isGivenEmpty = false;    // whether an empty text empties the buffer, or says that it was not used
+};
+
 struct DialogKind {
     std::string_view window;   // as lintara-window knows it
     std::string_view command;  // the command that does the same without a window
@@ -38,6 +45,7 @@ struct DialogKind {
     // Options with which the command does what the dialog offers to a user who changes nothing.
     std::vector<std::string> (*usualOptions)(bool hasRememberedCode);
     bool offersProcedureFirst;  // when there is one at the caret, else the component
+    CopyBuffer buffer = {};
 };
 
 // Names the component, the procedure or the project by the answer's scope code. Throws std::runtime_error for

@@ -4,6 +4,7 @@
 #include "base/constants.h"
 #include "base/settings_table.h"
 #include "cli/commands/commands.h"
+#include "cli/dialog/host_buffer.h"
 #include "cli/dialog/shell_words.h"
 #include "cli/output/messages.h"
 #include "cli/project/caret.h"
@@ -74,6 +75,32 @@ std::string LineWithoutWindow(const DialogKind& kind, const OptionReader& given,
     return ShellLine(words);
 }
 
+Json RequestOf(const DialogKind& kind, const CaretAnswers& caret, const HostBuffer& buffer) {
+    Json request = kind.request(caret);
+    if (kind.buffer.taken != nullptr) {
+        if (std::string text = buffer.Read(); !text.empty()) {
+            request[kind.buffer.taken] = std::move(text);
+        }
+    }
+    return request;
+}
+
+// What the user copied in the dialog is there in the next one, whatever becomes of the edit.
+void KeepBuffer(const DialogKind& kind, const WindowAnswer& answer, const HostBuffer& buffer,
+                Streams& streams) {
+    if (kind.buffer.given == nullptr || !answer.object().contains(kind.buffer.given)) {
+        return;
+    }
+    const std::string text = answer.TextOf(kind.buffer.given);
+    if ((text.empty() && !kind.buffer.isGivenEmpty) || text == buffer.Read()) {
+        return;
+    }
+    if (const auto written = buffer.Write(text); !written) {
+        Messages(streams, false)
+            .Warning({{}, 0, "the copy-and-paste buffer was not kept: " + written.error()});
+    }
+}
+
 // The same machine with other streams.
 Environment Over(const Environment& environment, Source& in, Sink& err) {
     const Streams& streams = environment.streams;
@@ -119,7 +146,11 @@ ExitStatus RunDialog(const DialogKind& kind, const OptionReader& given, Environm
     }
     const CaretAnswers caret = AskAtCaret(workspace, environment, *pane);
     workspace.Clear();
-    const auto answer = AskWindow(kind.request(caret), environment);
+    const HostBuffer buffer(environment.stateFolder);
+    const auto answer = AskWindow(RequestOf(kind, caret, buffer), environment);
+    if (answer && answer->accepted()) {
+        KeepBuffer(kind, *answer, buffer, streams);
+    }
     if (answer && answer->accepted() && !given.Flag("print")) {
         try {
             return Carry(kind, *answer, caret, given, environment);

@@ -3,21 +3,26 @@
 #include "workspace/descriptor.h"
 #include "workspace/write_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace lintara::cli {
 namespace {
 
 using workspace::Descriptor;
 
-constexpr off_t mostOutput = off_t{1} << 26;
+constexpr std::size_t mostOutput = std::size_t{1} << 26;
 
 // A file in memory, so that neither side ever waits for the other to read or write.
 Descriptor MemoryFile() {
@@ -28,9 +33,53 @@ Descriptor MemoryFile() {
     return file;
 }
 
+struct Pipe {
+    Descriptor reading;
+    Descriptor writing;
+};
+
+Pipe MakePipe() {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        throw std::system_error(errno, std::generic_category(), "no pipe for another program's output");
+    }
+    return {Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
+// What the process writes into the pipe, until it closes it or ends. Programs that it leaves behind may hold
+// the pipe open for longer. The pipe is closed in the end, so that nobody waits for a reader.
+std::expected<std::string, std::string> ReadOutput(const Descriptor pipe, pid_t process) {
+    const Descriptor end(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
+    std::array<pollfd, 2> sources{{{pipe.get(), POLLIN, 0}, {end.get(), POLLIN, 0}}};
+    std::array<char, 65536> chunk{};
+    std::string bytes;
+    while (true) {
+        if (::poll(sources.data(), sources.size(), -1) < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return std::unexpected("what it wrote cannot be read");
+        }
+        if (sources[0].revents == 0) {
+            return bytes;
+        }
+        const ssize_t got = ::read(pipe.get(), chunk.data(), chunk.size());
+        if (got == 0) {
+            return bytes;
+        }
+        if (got < 0 && errno != EINTR) {
+            return std::unexpected("what it wrote cannot be read");
+        }
+        bytes.append(chunk.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+        if (bytes.size() > mostOutput) {
+            return std::unexpected("it wrote too much");
+        }
+    }
+}
+
 std::expected<std::string, std::string> Contents(const Descriptor& file) {
     struct stat status = {};
-    if (::fstat(file.get(), &status) != 0 || status.st_size > mostOutput) {
+    if (::fstat(file.get(), &status) != 0 || std::cmp_greater(status.st_size, mostOutput)) {
         return std::unexpected("it wrote too much");
     }
     std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
@@ -77,7 +126,8 @@ int WaitFor(pid_t process) {
 std::expected<ProgramEnd, std::string> RunProgram(const std::filesystem::path& program,
                                                   std::string_view input) {
     const Descriptor in = MemoryFile();
-    const Descriptor out = MemoryFile();
+    // Closed by the end of this process, whatever ends it. That tells the program that nobody waits any more.
+    Pipe out = MakePipe();
     const Descriptor err = MemoryFile();
     if (auto written = workspace::WriteAll(in.get(), input); !written) {
         return std::unexpected(written.error());
@@ -85,14 +135,15 @@ std::expected<ProgramEnd, std::string> RunProgram(const std::filesystem::path& p
     ::lseek(in.get(), 0, SEEK_SET);
     std::string name = program.string();
     std::array<char*, 2> arguments{name.data(), nullptr};
-    const FileActions actions({&in, &out, &err});
+    const FileActions actions({&in, &out.writing, &err});
     pid_t process = 0;
     if (const int error =
             ::posix_spawn(&process, name.c_str(), actions.get(), nullptr, arguments.data(), environ)) {
         return std::unexpected("it cannot be started: " + std::generic_category().message(error));
     }
+    out.writing = Descriptor();
+    auto written = ReadOutput(std::move(out.reading), process);
     const int status = WaitFor(process);
-    auto written = Contents(out);
     auto said = Contents(err);
     if (!written || !said) {
         return std::unexpected(written ? said.error() : written.error());

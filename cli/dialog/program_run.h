@@ -15,8 +15,9 @@ struct ProgramEnd {
     std::string err;
 };
 
-// Waits for the end of the program, however long that takes. The error is a sentence: why it was not started,
-// or that it wrote more than anybody wants to read.
+// Waits for the end of the program, however long that takes. When this process ends before, the program's
+// standard output is a pipe that nobody reads. The error is a sentence: why it was not started, or that it
+// wrote more than anybody wants to read.
 [[nodiscard]] std::expected<ProgramEnd, std::string> RunProgram(const std::filesystem::path& program,
                                                                 std::string_view input);
 

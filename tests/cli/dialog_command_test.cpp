@@ -3,9 +3,12 @@
 #include "tests/cli/window_stand_in.h"
 
 #include <array>
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <sstream>
 #include <sys/wait.h>
@@ -325,6 +328,80 @@ TEST_F(DialogCommand, ALongRequestAndALongAnswerPass) {
     window.Answers(CodeAnswer({{"TextToInsert", "    ' " + code}}));
     EXPECT_EQ(test.Run("dialog insert-code @Shop.vbp --at Main:5").status, 0);
     EXPECT_THAT(test.Read("Main.bas"), HasSubstr(code));
+}
+
+// --- the copy-and-paste buffer ---
+
+TEST_F(DialogCommand, WhatOneDialogPutsIntoTheBufferIsInTheNext) {
+    EXPECT_EQ(test.Run("dialog insert-eh @Shop.vbp --at Main:5").status, 1);
+    EXPECT_FALSE(window.request().contains("sCCPBuffer"));
+    window.Answers(InsertAnswer({{"sCCPBuffer", "    Trace \"\u00e9\"\r\n"}}));
+    EXPECT_EQ(test.Run("dialog insert-eh @Shop.vbp --at Main:5 --print").status, 0);
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5");
+    EXPECT_EQ(window.request()["sCCPBuffer"], "    Trace \"\u00e9\"\r\n");
+    window.Answers(InsertAnswer({{"sCCPBuffer", ""}, {"InsertLN", false}}));
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5");
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5");
+    EXPECT_FALSE(window.request().contains("sCCPBuffer"));
+}
+
+TEST_F(DialogCommand, TheCodeDialogPutsIntoTheBufferWhatWasCopiedThere) {
+    window.Answers(CodeAnswer({{"sCCPBufferX", "Trace 2"}}));
+    EXPECT_EQ(test.Run("dialog insert-code @Shop.vbp --at Main:5").status, 0);
+    window.Answers(CodeAnswer());
+    (void)test.Run("dialog insert-code @Shop.vbp --at Main:5");
+    EXPECT_FALSE(window.request().contains("sCCPBuffer"));
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5");
+    EXPECT_EQ(window.request()["sCCPBuffer"], "Trace 2");
+    window.Answers(R"({"accepted": true, "Scope": 1, "RemoveEH": false, "RemoveLN": true})");
+    (void)test.Run("dialog remove-eh @Shop.vbp --at Main:5");
+    EXPECT_FALSE(window.request().contains("sCCPBuffer"));
+}
+
+TEST_F(DialogCommand, ACancelledDialogAndOneThatGivesNoBufferLeaveIt) {
+    window.Answers(InsertAnswer({{"sCCPBuffer", "Beep"}}));
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5 --print");
+    window.Answers(R"({"accepted": false, "sCCPBuffer": "Lost"})");
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5");
+    window.Answers(R"({"accepted": true, "Scope": 1, "InsertEH": false, "InsertLN": true,
+                       "LNBase": "30000", "LNStep": "7"})");
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5 --print");
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5 --print");
+    EXPECT_EQ(window.request()["sCCPBuffer"], "Beep");
+}
+
+TEST_F(DialogCommand, TheBufferIsKeptWhereTheEditIsRefused) {
+    window.Answers(InsertAnswer({{"sCCPBuffer", "Beep"}, {"LNBase", "5"}}));
+    EXPECT_EQ(test.Run("dialog insert-eh @Shop.vbp --at Main:5").status, 2);
+    (void)test.Run("dialog insert-eh @Shop.vbp --at Main:5");
+    EXPECT_EQ(window.request()["sCCPBuffer"], "Beep");
+}
+
+TEST_F(DialogCommand, ABufferThatCannotBeKeptIsAWarning) {
+    std::filesystem::create_directories(test.stateFolder() / "copy-and-paste.txt" / "in the way");
+    window.Answers(InsertAnswer({{"sCCPBuffer", "Beep"}}));
+    const Outcome outcome = test.Run("dialog insert-eh @Shop.vbp --at Main:5");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.err, HasSubstr("warning: the copy-and-paste buffer was not kept: "));
+    EXPECT_THAT(test.Read("Main.bas"), HasSubstr("Failed:"));
+}
+
+TEST_F(DialogCommand, ABufferFileThatHoldsBytesOfNoTextHindersNothing) {
+    std::filesystem::create_directories(test.stateFolder());
+    std::ofstream(test.stateFolder() / "copy-and-paste.txt") << "a\xff\xfe";
+    EXPECT_EQ(test.Run("dialog insert-eh @Shop.vbp --at Main:5").status, 1);
+    EXPECT_EQ(window.request()["sCCPBuffer"], "a\xef\xbf\xbd\xef\xbf\xbd");
+}
+
+TEST_F(DialogCommand, AProgramThatTheWindowLeavesBehindIsNotWaitedFor) {
+    window.Does("sleep 20 &\necho $! > \"$here/left\"\ncat \"$here/answer\"");
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_EQ(test.Run("dialog insert-eh @Shop.vbp --at Main:5").status, 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
+    std::ifstream left(window.Path("left"));
+    pid_t process = 0;
+    ASSERT_TRUE(left >> process);
+    ::kill(process, SIGTERM);
 }
 
 // The line in the message, run as it stands.

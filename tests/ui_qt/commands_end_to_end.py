@@ -14,7 +14,7 @@ import sys
 import tempfile
 
 import end_to_end
-from end_to_end import PATIENCE, Window
+from end_to_end import PATIENCE, Window, wait_for
 
 
 class CommandWindow(Window):
@@ -97,7 +97,40 @@ def the_history_leads_back(desk):
     assert int(line) == 21, output
 
 
-CASES = [the_insert_dialog_edits_the_sample, cancel_leaves_the_sample_alone, the_history_leads_back]
+def the_window_goes_with_the_command(desk):
+    for title, arguments in [("Insert custom code", ("dialog", "insert-code", "--at", "modTax:30")),
+                             ("Navigation history", ("history",))]:
+        window = desk.show(title, *arguments, desk.project("asked"))
+        window.process.kill()
+        wait_for("the end of the window", lambda: not window.xdotool("search", "--onlyvisible", "--name", title))
+    # A message over the window does not hold it.
+    window = desk.show("Insert custom code", "dialog", "insert-code", desk.project("asked"), "--at", "modTax:30")
+    window.key("alt+d", "ctrl+shift+c")
+    window.appeared("Tarnwick Lintara")
+    window.process.kill()
+    for title in ("Tarnwick Lintara", "Insert custom code"):
+        wait_for("the end of the window", lambda: not window.xdotool("search", "--onlyvisible", "--name", title))
+    assert desk.files("asked") == desk.files("told")
+
+
+def the_buffer_goes_from_one_dialog_to_the_next(desk):
+    arguments = (desk.project("asked"), "--at", "modTax:30", "--check")
+    window = desk.show("Insert custom code", "dialog", "insert-code", *arguments)
+    window.key("alt+d")
+    window.type("Beep")
+    window.key("shift+Home", "ctrl+shift+c")
+    window.appeared("Tarnwick Lintara")
+    window.key("Return")
+    wait_for("the end of the message", lambda: window.focused() == window.id)
+    window.key("alt+b")
+    assert window.ended()[0] == 1
+    window = desk.show("Insert error handlers/line numbers", "dialog", "insert-eh", *arguments, "--diff")
+    window.key("alt+h", "ctrl+a", "ctrl+shift+v", "alt+b")
+    status, output, messages = window.ended()
+    assert "+    Beep\n" in output or "+Beep\n" in output or ":  Beep\n" in output or ": Beep\n" in output, output
+
+
+CASES = [the_window_goes_with_the_command, the_buffer_goes_from_one_dialog_to_the_next, the_insert_dialog_edits_the_sample, cancel_leaves_the_sample_alone, the_history_leads_back]
 
 
 def run_case(case, arguments, environment):

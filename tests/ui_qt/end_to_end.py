@@ -93,10 +93,16 @@ class Window:
     def click(self, x, y):
         self.xdotool("mousemove", "--window", self.id, str(x), str(y), "click", "1")
 
-    def size(self):
+    def geometry(self, *names):
         lines = self.xdotool("getwindowgeometry", "--shell", self.id).splitlines()
         values = dict(line.split("=") for line in lines)
-        return int(values["WIDTH"]), int(values["HEIGHT"])
+        return tuple(int(values[name]) for name in names)
+
+    def size(self):
+        return self.geometry("WIDTH", "HEIGHT")
+
+    def place(self):
+        return self.geometry("X", "Y")
 
     def answer(self):
         output, _ = self.process.communicate(timeout=PATIENCE)
@@ -144,6 +150,20 @@ def the_mouse_closes_it(show):
     assert window.answer() == {"accepted": False}
 
 
+def the_window_manager_closes_it(show):
+    history = {"window": "history", "HistBackItem": ["modA.One|a"], "HistCurrentKey": "Back|0"}
+    for title, request in [INSERT, ("Navigation history", history)]:
+        window = show(title, request)
+        window.key("alt+F4")
+        assert window.answer() == {"accepted": False}
+
+
+def it_ends_when_nobody_reads_the_answer(show):
+    window = show(*INSERT)
+    window.process.stdout.close()
+    wait_for("the end", lambda: window.process.poll() is not None)
+
+
 def code_is_copied_into_the_buffer(show):
     window = show("Insert custom code", {"window": "insert-code", "TextToInsert": "Beep", "ComponentAvailable": 1})
     window.key("alt+d", "ctrl+shift+c")
@@ -178,20 +198,41 @@ def help_is_shown_beside_the_window(show):
 
 
 def a_window_comes_back_as_it_was(show):
-    window = show("Navigation history", {"window": "history"})
-    window.xdotool("windowsize", "--sync", window.id, "700", "500")
-    wait_for("the new size", lambda: window.size() == (700, 500))
+    for title, request, size in [("Navigation history", {"window": "history"}, (700, 500)), (*INSERT, (850, 600))]:
+        window = show(title, request)
+        window.xdotool("windowsize", "--sync", window.id, *map(str, size))
+        wait_for("the new size", lambda: window.size() == size)
+        window.xdotool("windowmove", "--sync", window.id, "130", "90")
+        place = window.place()
+        window.key("Escape")
+        window.answer()
+        for _ in range(2):
+            window = show(title, request)
+            assert window.size() == size, window.size()
+            wait_for("the old place", lambda: window.place() == place)
+            window.key("Escape")
+            window.answer()
+
+
+def a_window_of_one_size_comes_back_where_it_was(show):
+    request = ("Remove error handlers/line numbers", {"window": "remove-eh"})
+    window = show(*request)
+    size = window.size()
+    window.xdotool("windowmove", "--sync", window.id, "130", "90")
+    place = window.place()
     window.key("Escape")
     window.answer()
-    window = show("Navigation history", {"window": "history"})
-    assert window.size() == (700, 500), window.size()
+    window = show(*request)
+    assert window.size() == size, window.size()
+    wait_for("the old place", lambda: window.place() == place)
     window.key("Escape")
     window.answer()
 
 
 CASES = [base_and_step_by_keys, an_invalid_number_keeps_begin_from_working, the_mouse_closes_it,
-         code_is_copied_into_the_buffer, the_history_gives_what_is_chosen, help_is_shown_beside_the_window,
-         a_window_comes_back_as_it_was]
+         the_window_manager_closes_it, it_ends_when_nobody_reads_the_answer, code_is_copied_into_the_buffer,
+         the_history_gives_what_is_chosen, help_is_shown_beside_the_window, a_window_comes_back_as_it_was,
+         a_window_of_one_size_comes_back_where_it_was]
 
 
 def without_a_display(program):

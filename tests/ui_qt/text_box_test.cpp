@@ -144,14 +144,14 @@ TEST_F(TextBoxWindowTest, CtrlTabInABoxOfManyLinesIsATab) {
 }
 
 TEST_F(TextBoxWindowTest, BreaksThatStandAloneSurviveEditsElsewhere) {
-    form.txtPage.SetContents(u"a\rb\nc\u2028d");
+    form.txtPage.SetContents(u"a\rb\nc\u2028d\ufdd0e\ufdd1f");
     Show([&](FormWindow& window) {
-        form.txtPage.Select(7, 0);
+        form.txtPage.Select(11, 0);
         QTest::keyClicks(window.WidgetOf(form.txtPage), QStringLiteral("!"));
-        EXPECT_EQ(form.txtPage.Contents(), u"a\rb\nc\u2028d!");
+        EXPECT_EQ(form.txtPage.Contents(), u"a\rb\nc\u2028d\ufdd0e\ufdd1f!");
         QTest::keyClick(window.WidgetOf(form.txtPage), Qt::Key_Home, Qt::ControlModifier);
         QTest::keyClicks(window.WidgetOf(form.txtPage), QStringLiteral("?"));
-        EXPECT_EQ(form.txtPage.Contents(), u"?a\rb\nc\u2028d!");
+        EXPECT_EQ(form.txtPage.Contents(), u"?a\rb\nc\u2028d\ufdd0e\ufdd1f!");
     });
 }
 

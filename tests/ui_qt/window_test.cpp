@@ -94,6 +94,16 @@ TEST_F(WindowTest, StandsWhereItWasAndTellsWhereItIs) {
     EXPECT_EQ(form.log, Log{});
 }
 
+TEST_F(WindowTest, OneThatWasShownHasAPlace) {
+    EXPECT_FALSE(form.placed);
+    Show([&](FormWindow& window) {
+        EXPECT_TRUE(form.placed);
+        EXPECT_EQ(window.pos(), QPoint(window.scale().X(form.Left()), window.scale().Y(form.Top())));
+        EXPECT_NE(window.pos(), QPoint());
+    });
+    EXPECT_EQ(form.log, Log{});
+}
+
 TEST_F(WindowTest, NeverStandsOffTheScreen) {
     form.placed = true;
     for (const forms::Twips place : {-900000, 900000}) {

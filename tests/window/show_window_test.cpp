@@ -180,6 +180,7 @@ TEST_F(ShowWindowTest, ARequestThatCannotBeUsedShowsNothingAndSaysWhy) {
         {R"({"window": "insert"})", "\"window\" must be one of"},
         {R"({"window": 1})", "\"window\" must be a text"},
         {R"({"window": "remove-eh", "sCCPBuffer": ""})", "\"sCCPBuffer\" is not known here"},
+        {R"({"window": "remove-eh", "a\u001b": ""})", R"("a\u001b" is not known here)"},
         {R"({"window": "remove-eh", "iLenGetMemberName": 40000})",
          "\"iLenGetMemberName\" must be a whole number of 16 bits"},
         {R"({"window": "remove-eh", "iGetLineNumber": 1.5})", "must be a whole number of 32 bits"},

@@ -171,6 +171,8 @@ void FormWindow::ShowOnScreen() {
     show();
     activateWindow();
     SetHandles(true);
+    form_.placed = true;
+    TakeSize();
 }
 
 void FormWindow::ShowFocus() {

@@ -5,9 +5,14 @@
 namespace lintara::ui {
 namespace {
 
+// Qt's documents keep these two for frames of their own, and break the line at them.
+bool IsFrameMark(QChar unit) {
+    return unit == QChar(0xFDD0) || unit == QChar(0xFDD1);
+}
+
 bool IsBreak(QChar unit) {
     return unit == u'\n' || unit == u'\r' || unit == QChar::LineSeparator ||
-           unit == QChar::ParagraphSeparator;
+           unit == QChar::ParagraphSeparator || IsFrameMark(unit);
 }
 
 }  // namespace
