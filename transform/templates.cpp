@@ -3,6 +3,7 @@
 #include "base/constants.h"
 #include "base/result.h"
 #include "base/statement.h"
+#include "base/text_scan.h"
 #include "hostmodel/vbe.h"
 #include "transform/control_name.h"
 #include "transform/member_queries.h"
@@ -116,7 +117,7 @@ Text ExpandPlaceholders(const TemplateSources& sources, TextView pseudoCode, Tex
     Text code(pseudoCode);
     for (const Row& row : Rows) {
         // The host is not asked for a value that would replace nothing.
-        if (code.find(row.placeholder) != Text::npos) {
+        if (FindExactly(code, row.placeholder) != Text::npos) {
             code = ReplaceAll(code, row.placeholder, (values.*row.value)());
         }
     }
@@ -165,7 +166,8 @@ Text ReplaceAll(TextView text, TextView find, TextView replacement) {
     }
     Text result;
     std::size_t from = 0;
-    for (std::size_t found = text.find(find); found != TextView::npos; found = text.find(find, from)) {
+    for (std::size_t found = FindExactly(text, find); found != TextView::npos;
+         found = FindExactly(text, find, from)) {
         result.append(text.substr(from, found - from)).append(replacement);
         from = found + find.size();
     }

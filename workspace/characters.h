@@ -50,7 +50,7 @@ inline constexpr auto asciiWordFolds = [] {
 
 // A word is a run of these.
 [[nodiscard]] inline bool IsWordCharacter(char16_t c) {
-    return IsLetter(c) || IsDigit(c) || c == u'_';
+    return c < 0x80 ? detail::asciiWordFolds[c] != 0 : IsLetter(c) || IsDigit(c);
 }
 
 // Simple case folding: two characters are the same without regard to case when their folds are.
@@ -60,6 +60,10 @@ inline constexpr auto asciiWordFolds = [] {
     }
     return detail::FoldBeyondAscii(c);
 }
+
+// Where `sought` first occurs in `text` without regard to case, at `from` or behind it; npos when it does
+// not. An empty text stands everywhere.
+[[nodiscard]] std::size_t FindWithoutCase(TextView text, TextView sought, std::size_t from = 0);
 
 // Names are looked up under their folds.
 [[nodiscard]] Text FoldCase(TextView name);

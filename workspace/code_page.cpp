@@ -24,7 +24,7 @@ char16_t CharacterOf(UConverter* converter, std::size_t byte) {
 }
 
 bool ExtendsAscii(UConverter* converter) {
-    for (const std::size_t byte : {'\t', '\n', '\r'}) {
+    for (const char16_t byte : {u'\t', u'\n', u'\r'}) {
         if (CharacterOf(converter, byte) != byte) {
             return false;
         }

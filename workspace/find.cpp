@@ -31,14 +31,15 @@ std::optional<Match> Finder::Find(TextView target, Position start, Position end,
         return std::nullopt;
     }
     const Stretch stretch = StretchOf(start, end);
-    TargetSearch search(target, options);
     std::int32_t linesRead = 0;
     if (SpansLines(target)) {
+        TargetSearch search(target, options);
         return FindByReading(search, {}, stretch, linesRead);
     }
-    if (const LineSet* known = memory_.LinesOf(target, options)) {
-        return FindInKnown(search, *known, stretch);
+    if (const auto known = memory_.LinesOf(target, options)) {
+        return FindInKnown(known->search, known->lines, stretch);
     }
+    TargetSearch search(target, options);
     const auto match = FindByReading(search, WholeWordsOf(target, options), stretch, linesRead);
     if (linesRead > nearbyLines) {
         memory_.SearchRead(target, options, linesRead);

@@ -1,5 +1,6 @@
 #include "workspace/keyword_case.h"
 
+#include "base/text_scan.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 
@@ -44,16 +45,32 @@ constexpr std::array keywords{
     TextView(u"With"),       TextView(u"WithEvents"), TextView(u"Write"),    TextView(u"Xor"),
 };
 
-bool LessWithoutCase(TextView a, TextView b) {
-    return std::ranges::lexicographical_compare(a, b, {}, Fold, Fold);
-}
+constexpr std::size_t letters = 26;
+
+// For each letter the first keyword that begins with it or a later one.
+constexpr auto keywordsFrom = [] {
+    std::array<std::size_t, letters + 1> from{};
+    for (const TextView keyword : keywords) {
+        ++from[static_cast<std::size_t>((keyword.front() | 0x20) - u'a') + 1];
+    }
+    for (std::size_t letter = 0; letter < letters; ++letter) {
+        from[letter + 1] += from[letter];
+    }
+    return from;
+}();
 
 // Writes the keyword that `word` is over it, if it is one.
 void SetCase(std::span<char16_t> word) {
     const TextView text(word.data(), word.size());
-    const auto keyword = std::ranges::lower_bound(keywords, text, LessWithoutCase);
-    if (keyword != keywords.end() && SameName(*keyword, text)) {
-        std::ranges::copy(*keyword, word.begin());
+    const std::size_t letter = Fold(text.front()) - std::size_t{u'a'};
+    if (letter >= letters) {
+        return;
+    }
+    for (std::size_t i = keywordsFrom[letter]; i < keywordsFrom[letter + 1]; ++i) {
+        if (keywords[i].size() == text.size() && SameName(keywords[i], text)) {
+            std::ranges::copy(keywords[i], word.begin());
+            return;
+        }
     }
 }
 
@@ -64,7 +81,8 @@ bool InsideWord(TextView text, std::size_t at) {
 // Sets the case in one physical line, which is looked at by itself; `part` is of that line.
 void SetCaseInLine(std::span<char16_t> line, TextPart part) {
     const TextView text(line.data(), line.size());
-    const std::size_t codeEnd = std::min(CommentStart(text), part.end);
+    // What comes behind the part does not matter, unless it belongs to the part's last word.
+    const std::size_t codeEnd = std::min(CommentStart(text.substr(0, SkipWord(text, part.end))), part.end);
     bool inQuotes = false;
     for (std::size_t i = SkipLineNumberAndLabel(text); i < codeEnd;) {
         const std::size_t wordEnd = inQuotes ? i : SkipWord(text, i);
@@ -84,13 +102,8 @@ void SetCaseInLine(std::span<char16_t> line, TextPart part) {
 }  // namespace
 
 TextPart ChangedPart(TextView oldText, TextView newText) {
-    const auto [oldDiffers, newDiffers] = std::ranges::mismatch(oldText, newText);
-    const auto begin = static_cast<std::size_t>(newDiffers - newText.begin());
-    std::size_t ending = 0;
-    while (ending < oldText.size() - begin && ending < newText.size() - begin &&
-           oldText[oldText.size() - 1 - ending] == newText[newText.size() - 1 - ending]) {
-        ++ending;
-    }
+    const std::size_t begin = CommonBeginning(oldText, newText);
+    const std::size_t ending = CommonEnding(oldText.substr(begin), newText.substr(begin));
     TextPart part{begin, newText.size() - ending};
     while (InsideWord(newText, part.begin)) {
         --part.begin;
@@ -104,7 +117,7 @@ TextPart ChangedPart(TextView oldText, TextView newText) {
 void SetKeywordCase(Text& text, TextPart part) {
     constexpr TextView lineBreak = u"\r\n";
     for (std::size_t begin = 0; begin < part.end;) {
-        const std::size_t end = std::min(text.find(lineBreak, begin), text.size());
+        const std::size_t end = std::min(FindExactly(text, lineBreak, begin), text.size());
         if (part.begin < end) {
             SetCaseInLine(std::span(text).subspan(begin, end - begin),
                           {std::max(part.begin, begin) - begin, std::min(part.end, end) - begin});

@@ -14,7 +14,11 @@ namespace {
 
 constexpr TextView attributeWord = u"Attribute ";
 constexpr std::size_t smallestArenaBlock = 4 * 1024;
-constexpr std::size_t largestArenaBlock = 64 * 1024;
+constexpr std::size_t largestArenaBlock = 8 * 1024;
+// What of an arena may be out of use, however little of it is in use; and for each line, as all are looked at
+// when it is compacted.
+constexpr std::size_t arenaSlack = 32 * 1024;
+constexpr std::size_t arenaSlackPerLine = 8;
 constexpr std::uint32_t tailSizeMask = 0x1FFFFFFF;
 
 // A line that the IDE keeps and never shows: "Attribute ", a name, a dot and "VB_" at column 1.
@@ -56,7 +60,9 @@ LineBuffer::LineBuffer(std::string file, std::size_t codeBegin, EncodingPtr enco
 void LineBuffer::SplitLines(std::size_t codeBegin) {
     prefixSize_ = codeBegin;
     std::vector<Record> records;
-    records.reserve((file_.size() - codeBegin) / (32 * encoding_->unitSize()));
+    // As many as nearly every file has lines; only files with a lone CR in them have more.
+    records.reserve(
+        static_cast<std::size_t>(std::ranges::count(std::string_view(file_).substr(codeBegin), '\n')) + 1);
     std::string attributeBytes;
     [[maybe_unused]] const bool written = encoding_->Encode(attributeWord, attributeBytes);
     Text decoded;
@@ -126,8 +132,9 @@ void LineBuffer::Replace(Line line, TextView text) {
     Record record = MakeRecord(text, old.tail());
     record.bare = old.bare;
     record.origin = old.origin;
-    Count(old, -1);
-    Count(record, 1);
+    // The tail, and with it the line's ending, is the same.
+    CountText(old, -1);
+    CountText(record, 1);
     At(line) = record;
     CompactArena();
 }
@@ -204,6 +211,10 @@ void LineBuffer::Count(const Record& record, std::int32_t change) {
     if (const auto ending = EndingOf(record.tail())) {
         endingCounts_[std::to_underlying(*ending)] += change;
     }
+    CountText(record, change);
+}
+
+void LineBuffer::CountText(const Record& record, std::int32_t change) {
     if (record.edited != 0) {
         const std::size_t size = record.textSize + record.tailSize;
         arenaLive_ = change > 0 ? arenaLive_ + size : arenaLive_ - size;
@@ -213,7 +224,7 @@ void LineBuffer::Count(const Record& record, std::int32_t change) {
 
 // Lines that are edited again and again leave their earlier texts behind in the arena.
 void LineBuffer::CompactArena() {
-    if (arena_.allocated() < 2 * arenaLive_ + 16 * largestArenaBlock) {
+    if (arena_.allocated() < 2 * arenaLive_ + arenaSlack + arenaSlackPerLine * records_.size()) {
         return;
     }
     Arena compact;

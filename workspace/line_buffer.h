@@ -103,6 +103,7 @@ class LineBuffer {
     [[nodiscard]] bool EndsWithLineEnding(std::string_view bytes) const;
     [[nodiscard]] std::string_view NewLineEnding() const;
     void Count(const Record& record, std::int32_t change);
+    void CountText(const Record& record, std::int32_t change);
     [[nodiscard]] const std::string& Bytes(Ending ending) const;
     void CompactArena();
     [[nodiscard]] bool StartsWithLineFeed(const Record& record) const;

@@ -1,5 +1,6 @@
 #include "workspace/module.h"
 
+#include "base/text_scan.h"
 #include "workspace/characters.h"
 #include "workspace/declarations.h"
 #include "workspace/find.h"
@@ -38,7 +39,7 @@ std::unexpected<HostError> NoSuchProcedure() {
 std::vector<TextView> SplitLines(TextView text) {
     std::vector<TextView> lines;
     for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(lineBreak, begin), text.size());
+        const std::size_t end = std::min(FindExactly(text, lineBreak, begin), text.size());
         lines.push_back(text.substr(begin, end - begin));
         begin = end + lineBreak.size();
         if (end == text.size()) {
@@ -286,7 +287,7 @@ Result<void> Module::ReplaceLine(Line line, TextView text) {
     if (text.size() > longestText) {
         return Failure(ErrorNumber::OutOfMemory, "the text is too long");
     }
-    if (text.find(lineBreak) == TextView::npos) {
+    if (FindExactly(text, lineBreak) == TextView::npos) {
         ReplaceByOne(line, text);
     } else {
         ReplaceBySeveral(line, text);

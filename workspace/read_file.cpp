@@ -23,7 +23,7 @@ bool ReadAll(int descriptor, std::size_t expectedSize, std::string& bytes) {
     constexpr std::size_t spare = 1;  // so that the end shows without another round
     std::size_t done = 0;
     while (true) {
-        const std::size_t room = done < expectedSize ? expectedSize - done + spare : 64 * 1024;
+        const std::size_t room = done <= expectedSize ? expectedSize - done + spare : 64 * 1024;
         ssize_t got = 0;
         bytes.resize_and_overwrite(done + room, [&](char* all, std::size_t) {
             got = ::read(descriptor, all + done, room);

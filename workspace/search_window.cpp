@@ -37,8 +37,8 @@ void SearchWindow::MoveTo(const LineBuffer& lines, Line line) {
     FoldText();
 }
 
-void SearchWindow::Hold(TextView text) {
-    first_ = Line{1};
+void SearchWindow::Hold(TextView text, Line line) {
+    first_ = line;
     begins_.assign(1, 0);
     text_ = text;
     ownSize_ = text_.size();

@@ -21,8 +21,8 @@ class SearchWindow {
 
     // Begins the window at `line`.
     void MoveTo(const LineBuffer& lines, Line line);
-    // Makes `text` the window's one line, number 1.
-    void Hold(TextView text);
+    // Makes `text`, which is that of `line`, the window's one line.
+    void Hold(TextView text, Line line);
 
     [[nodiscard]] std::int32_t ownLines() const { return ownLines_; }
     [[nodiscard]] TextView text() const { return text_; }

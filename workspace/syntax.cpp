@@ -1,5 +1,6 @@
 #include "workspace/syntax.h"
 
+#include "base/text_scan.h"
 #include "workspace/characters.h"
 
 #include <algorithm>
@@ -81,6 +82,9 @@ TextView KindWord(ProcedureWord word) {
 
 // Whether "End" and the kind word stand at `from`, followed by nothing, a blank, an apostrophe or a colon.
 bool IsClosingStatement(TextView line, std::size_t from, ProcedureWord word) {
+    if (from == line.size() || Fold(line[from]) != u'e') {
+        return false;
+    }
     const std::size_t end = SkipWord(line, from);
     if (!IsWord(line.substr(from, end - from), u"end")) {
         return false;
@@ -145,6 +149,17 @@ std::size_t SkipLineNumberAndLabel(TextView line) {
 }
 
 std::size_t CommentStart(TextView line) {
+    constexpr std::size_t fewCharacters = 16;
+    if (line.size() < fewCharacters) {
+        return WalkCode(line, [](std::size_t) { return false; });
+    }
+    // Nearly no line holds what it takes a closer look for.
+    const std::size_t apostrophe = std::min(FindCharacter(line, u'\''), line.size());
+    const TextView ahead = line.substr(0, apostrophe);
+    const bool mayBeQuoted = apostrophe < line.size() && FindCharacter(ahead, u'"') != TextView::npos;
+    if (!mayBeQuoted && FindWithoutCase(ahead, u"rem") == TextView::npos) {
+        return apostrophe;
+    }
     return WalkCode(line, [](std::size_t) { return false; });
 }
 
@@ -213,6 +228,10 @@ bool ClosesProcedure(TextView logicalLine, ProcedureWord word) {
     const std::size_t first = SkipBlanks(logicalLine);
     if (IsClosingStatement(logicalLine, first, word)) {
         return true;
+    }
+    const bool mayBeginWithNumber = first < logicalLine.size() && IsDigit(logicalLine[first]);
+    if (!mayBeginWithNumber && FindCharacter(logicalLine, u':', first) == TextView::npos) {
+        return false;
     }
     const std::size_t at = SkipLineNumberAndLabel(logicalLine);
     return at != first && IsClosingStatement(logicalLine, at, word);

@@ -14,16 +14,16 @@ constexpr std::size_t longestTarget = 1024;
 
 }  // namespace
 
-const LineSet* TargetMemory::LinesOf(TextView target, hostmodel::FindOptions options) {
+std::optional<TargetMemory::Known> TargetMemory::LinesOf(TextView target, hostmodel::FindOptions options) {
     Target* known = Recall(target, options);
     if (known == nullptr) {
-        return nullptr;
+        return std::nullopt;
     }
     known->idleEdits = 0;
     if (!known->lines && known->linesRead >= lines_->count()) {
         ReadLines(*known);
     }
-    return known->lines ? &*known->lines : nullptr;
+    return known->lines ? std::optional(Known{known->search, *known->lines}) : std::nullopt;
 }
 
 void TargetMemory::SearchRead(TextView target, hostmodel::FindOptions options, std::int32_t lineCount) {

@@ -23,9 +23,13 @@ class TargetMemory {
     // The buffer must outlive the memory.
     explicit TargetMemory(const LineBuffer& lines) : lines_(&lines) {}
 
-    // The lines where a match of `target` begins; null when they are not remembered. Valid until the next
-    // call of another function.
-    [[nodiscard]] const LineSet* LinesOf(TextView target, hostmodel::FindOptions options);
+    // What is known of a target.
+    struct Known {
+        TargetSearch& search;
+        const LineSet& lines;  // where its matches begin
+    };
+    // None when the target's lines are not remembered. Valid until the next call of another function.
+    [[nodiscard]] std::optional<Known> LinesOf(TextView target, hostmodel::FindOptions options);
     // Tells the memory that a search for `target`, which spans no lines, read so many lines in vain.
     void SearchRead(TextView target, hostmodel::FindOptions options, std::int32_t lineCount);
 

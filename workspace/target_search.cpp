@@ -47,15 +47,33 @@ TargetSearch::TargetSearch(TextView target, hostmodel::FindOptions options)
 
 std::optional<Match> TargetSearch::FindFrom(const LineBuffer& lines, Line line, Column column,
                                             std::optional<Position> limit) {
-    window_.MoveTo(lines, line);
+    if (window_.ownLines() == 1) {
+        lines.Read(line, line_);
+        if (!MayMatchIn(line_)) {
+            return std::nullopt;
+        }
+        window_.Hold(line_, line);
+    } else {
+        window_.MoveTo(lines, line);
+    }
     limit_ = limit;
     return FindInWindow(column);
 }
 
 bool TargetSearch::MatchesIn(TextView line) {
-    window_.Hold(line);
+    if (!MayMatchIn(line)) {
+        return false;
+    }
+    window_.Hold(line, Line{1});
     limit_.reset();
     return FindInWindow(Column{1}).has_value();
+}
+
+bool TargetSearch::MayMatchIn(TextView line) const {
+    // To compare all of a long target at every place can take long.
+    constexpr std::size_t longestProbe = 32;
+    const TextView probe = TextView(items_).substr(0, std::min(plainSize_, longestProbe));
+    return FindWithoutCase(line, probe) != TextView::npos;
 }
 
 std::optional<Match> TargetSearch::FindInWindow(Column column) {

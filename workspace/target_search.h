@@ -56,6 +56,8 @@ class TargetSearch {
         std::size_t untried = 0;   // the end of its longest run that was tried, or one behind all of them
     };
 
+    // Whether what stands in front of the target's first wildcard may stand in the line; told quickly.
+    [[nodiscard]] bool MayMatchIn(TextView line) const;
     [[nodiscard]] std::optional<Match> FindInWindow(Column column);
     [[nodiscard]] bool MatchesCharacter(char16_t item, std::size_t at) const;
     [[nodiscard]] bool MatchCharacters(std::size_t& item, std::size_t& at) const;
@@ -71,6 +73,7 @@ class TargetSearch {
     TextSearcher plain_;
     std::optional<Position> limit_;
     SearchWindow window_;
+    Text line_;
     std::vector<FailedRuns> failed_;  // per character of the pattern
     std::uint32_t windowNumber_ = 0;
     std::vector<Star> stars_;

@@ -61,13 +61,7 @@ WordIndex::WordIndex(const LineBuffer& lines, TextView anchor)
 
 bool WordIndex::HoldsAnchor(TextView text) const {
     // The rest of a word that is longer hardly ever differs, and to compare it at every place can take long.
-    const TextView sought = TextView(anchor_).substr(0, longestProbe);
-    for (std::size_t i = 0; i + sought.size() <= text.size(); ++i) {
-        if (Fold(text[i]) == sought.front() && SameName(text.substr(i, sought.size()), sought)) {
-            return true;
-        }
-    }
-    return false;
+    return FindWithoutCase(text, TextView(anchor_).substr(0, longestProbe)) != TextView::npos;
 }
 
 Line WordIndex::BeginOf(std::size_t i) const {

@@ -80,7 +80,12 @@ class Workspace {
     [[nodiscard]] Project* Find(TextView projectName) const;
 
     [[nodiscard]] Project* activeProject() const { return activeProject_; }
-    void SetActiveProject(Project& project) { activeProject_ = &project; }
+    // Of the active one, it may be called from several threads.
+    void SetActiveProject(Project& project) {
+        if (activeProject_ != &project) {
+            activeProject_ = &project;
+        }
+    }
 
     [[nodiscard]] const std::optional<ActivePane>& activePane() const { return activePane_; }
     // Makes the pane's project the active one, too.

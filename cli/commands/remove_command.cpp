@@ -67,6 +67,8 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
         work.errorHandlers ? ReadWantedHandler(given, environment) : WantedHandler{};
     const EditCommandOptions options = ReadEditCommand(given);
     EditJob job = RemovalJob(work);
+    // What was typed into handlers is told from all handlers of the project.
+    job.independent = !work.errorHandlers;
     job.makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
         Platform platform = environment.platform;
         const auto settings = std::make_shared<LabelSettings>(platform.settings, handler.label);

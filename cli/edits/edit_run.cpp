@@ -23,6 +23,12 @@
 namespace lintara::cli {
 namespace {
 
+bool IsOneProject(const std::vector<ScopedComponent>& scope) {
+    return std::ranges::adjacent_find(scope, std::ranges::not_equal_to(), &ScopedComponent::project) ==
+               scope.end() &&
+           !scope.empty();
+}
+
 class EditRun {
   public:
     EditRun(const EditCommandOptions& options, const EditJob& job, Environment& environment)
@@ -131,11 +137,47 @@ class EditRun {
     }
 
     void Edit(const std::vector<ScopedComponent>& scope) {
-        const auto editor = job_.makeEditor(workspace_, MakeGlobals(workspace_, environment_));
+        if (job_.independent && IsOneProject(scope)) {
+            EditInParallel(scope);
+            return;
+        }
+        const auto editor = MakeEditor();
         for (const ScopedComponent& component : scope) {
             progress_.Update(job_.stage, report_.components.size(), scope.size());
-            report_.components.push_back(editor->Edit(component));
+            report_.components.push_back(EditOne(*editor, component));
         }
+    }
+
+    // Which project is the active one is the only thing that editors of different components share.
+    void EditInParallel(const std::vector<ScopedComponent>& scope) {
+        workspace_.SetActiveProject(*scope.front().project);
+        report_.components.resize(scope.size());
+        std::vector<std::optional<Refusal>> refusals(scope.size());
+        workspace::InParallel(
+            scope.size(),
+            [&](std::size_t i) {
+                try {
+                    report_.components[i] = EditOne(*MakeEditor(), scope[i]);
+                } catch (const Refusal& refusal) {
+                    refusals[i] = refusal;
+                }
+            },
+            [&](std::size_t done) { progress_.Update(job_.stage, done, scope.size()); });
+        // The one that editing in order would have met.
+        if (const auto first = std::ranges::find_if(refusals, &std::optional<Refusal>::has_value);
+            first != refusals.end()) {
+            throw Refusal(**first);
+        }
+    }
+
+    [[nodiscard]] std::unique_ptr<ComponentEditor> MakeEditor() {
+        return job_.makeEditor(workspace_, MakeGlobals(workspace_, environment_));
+    }
+
+    [[nodiscard]] static ComponentReport EditOne(ComponentEditor& editor, const ScopedComponent& scope) {
+        ComponentReport report = editor.Edit(scope);
+        scope.component->module->ForgetSearches();
+        return report;
     }
 
     // Finds out what changed, from the bytes that a save would write, and makes the diffs of it.

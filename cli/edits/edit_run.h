@@ -37,6 +37,9 @@ struct EditJob {
     std::function<std::unique_ptr<ComponentEditor>(workspace::Workspace& workspace,
                                                    std::shared_ptr<hostmodel::Globals> globals)>
         makeEditor;
+    // Whether each component is edited by itself: no editor remembers anything from one to the next, or asks
+    // the machine. Several editors may work at the same time then, each on another component.
+    bool independent = false;
     // What a copy gets on top of the projects' files; empty: nothing.
     std::function<std::vector<workspace::AddedFile>(const workspace::Workspace& workspace)> addedToCopy = {};
 };

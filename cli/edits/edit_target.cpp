@@ -7,17 +7,24 @@
 
 namespace lintara::cli {
 
-std::optional<Skip> CheckRanges(const EditTarget& target, const ProcedureGroup& group) {
+std::optional<Skip> CheckRanges(const EditTarget& target, const ProcedureGroup& group,
+                                const ProcedureText& text) {
     auto mismatch = CompareRanges(target.RangesOf(group), group, target.module);
-    for (const workspace::ProcedureInfo& procedure : group.reached) {
+    for (const ProcedureText::Part& part : text.parts()) {
         if (!mismatch) {
-            mismatch = FindForeignLine(procedure.body(), target.module);
+            mismatch = FindForeignLine(text.body(part), part.body.begin, target.module);
         }
     }
     if (!mismatch) {
         return std::nullopt;
     }
     return Skip{SkipReason::RangeMismatch, mismatch->line, std::move(mismatch->message)};
+}
+
+std::optional<Skip> CheckRanges(const EditTarget& target, const ProcedureGroup& group) {
+    ProcedureText text;
+    text.Read(target.module, group);
+    return CheckRanges(target, group, text);
 }
 
 std::optional<Skip> CheckBodyEnd(const EditTarget& target, const ProcedureText& text,

@@ -40,7 +40,10 @@ struct Skip {
 };
 
 // The guard that all edits share: the library must edit exactly what the workspace holds for the procedures,
-// and what it edits must be one procedure, whatever is compiled.
+// and what it edits must be one procedure, whatever is compiled. `text` is the group's as it stands now.
+[[nodiscard]] std::optional<Skip> CheckRanges(const EditTarget& target, const ProcedureGroup& group,
+                                              const ProcedureText& text);
+// The same for a group whose text nobody has read.
 [[nodiscard]] std::optional<Skip> CheckRanges(const EditTarget& target, const ProcedureGroup& group);
 
 // The guard of edits that search a body to its end: it must have lines, and its last one must not continue

@@ -1,6 +1,7 @@
 #include "cli/edits/handler_block.h"
 
 #include "base/constants.h"
+#include "base/text_scan.h"
 #include "cli/guards/code_text.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/guards/labels.h"
@@ -111,6 +112,12 @@ std::optional<HandlerFinding> ChangeOf(const EditTarget& target, Line begin, con
 
 }  // namespace
 
+bool HoldsOpenPlaceholder(TextView code) {
+    return std::ranges::any_of(OpenPlaceholders, [&](TextView placeholder) {
+        return FindExactly(code, placeholder) != TextView::npos;
+    });
+}
+
 std::optional<HandlerBlock> FindHandlerBlock(std::span<const Text> body) {
     for (std::size_t i = 0; i < body.size(); ++i) {
         if (FindText(body[i], constants::ErrorHandlerBegin) == TextView::npos) {
@@ -130,7 +137,9 @@ std::vector<Text> WantedBlock(const EditTarget& target, const ProcedureGroup& gr
                               const WantedHandler& wanted) {
     Text code = wanted.code;
     for (const TextView placeholder : OpenPlaceholders) {
-        code = transform::ReplaceAll(code, placeholder, Anything);
+        if (FindExactly(code, placeholder) != TextView::npos) {
+            code = transform::ReplaceAll(code, placeholder, Anything);
+        }
     }
     std::vector<Text> lines = {Text(constants::ErrorHandlerBegin),
                                u"Exit " + target.lintara.GetMemberTypeEx(target.component.name, group.name),

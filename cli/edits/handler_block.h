@@ -19,6 +19,9 @@ struct WantedHandler {
     Text code;  // a template; CR LF separates its lines
 };
 
+// Whether the template asks the machine who inserts it, and when.
+[[nodiscard]] bool HoldsOpenPlaceholder(TextView code);
+
 struct HandlerBlock {
     std::size_t begin = 0;  // the index of the marker's line; the block reaches to the body's end
     bool alone = true;      // only a line number stands in front of the marker, and no line continues into it

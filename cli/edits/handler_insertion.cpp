@@ -21,7 +21,7 @@ std::expected<bool, Skip> HandlerInsertion::Apply(const EditTarget& target, cons
     blocks_ = HandlerRemoval::FindBlocks(text_);
     auto objection = CheckBodies(target);
     if (!objection) {
-        objection = CheckRanges(target, group);
+        objection = CheckRanges(target, group, text_);
     }
     if (objection) {
         return std::unexpected(*std::move(objection));

@@ -130,7 +130,7 @@ std::expected<bool, Skip> HandlerRemoval::Apply(const EditTarget& target, const 
     if (std::ranges::none_of(blocks_, IsHandled)) {
         return false;
     }
-    auto skip = CheckRanges(target, group);
+    auto skip = CheckRanges(target, group, text_);
     if (!skip) {
         skip = Check(target, text_, blocks_, wanted_.label, {});
     }

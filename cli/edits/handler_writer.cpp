@@ -50,7 +50,11 @@ std::optional<Skip> HandlerWriter::CheckCode(const ProcedureGroup& group) const 
     for (const Text& line : std::span(block_).subspan(CodeLine)) {
         code.append(code.empty() ? TextView() : constants::LineBreak).append(line);
     }
-    if (const auto objection = ObjectionToCode(code, wanted_.label)) {
+    // Most templates give every procedure the same code.
+    if (!checked_ || checked_->code != code) {
+        checked_ = {code, ObjectionToCode(code, wanted_.label)};
+    }
+    if (const auto& objection = checked_->objection) {
         return Skip{SkipReason::BreaksProcedure, header,
                     "of the template as it would be inserted here, " + *objection};
     }
@@ -90,6 +94,9 @@ std::optional<Skip> HandlerWriter::CheckJumps(const EditTarget& target, const Pr
     const std::size_t kept = block ? block->begin : body.size();
     const auto above =
         text.lines(part).first(static_cast<std::size_t>(part.body.begin - part.lines.begin) + kept);
+    if (!MayJumpIntoBlock(above, block_)) {
+        return std::nullopt;
+    }
     std::vector<Text> lines(above.begin(), above.end());
     for (RedirectedLine& line : RedirectLines(above, wanted_.label, constants::NoErrorHandler)) {
         lines[line.index] = std::move(line.text);
@@ -155,7 +162,7 @@ std::int32_t HandlerWriter::FirstLines(const Part& part, const workspace::Proced
 }
 
 bool HandlerWriter::IsAsForeseen(const Work& work, const ProcedureGroup& group,
-                                 std::size_t proceduresBefore) const {
+                                 std::size_t proceduresBefore) {
     const workspace::Module& module = work.target.module;
     if (module.CountOfProcedures() != proceduresBefore) {
         return false;
@@ -173,7 +180,8 @@ bool HandlerWriter::IsAsForeseen(const Work& work, const ProcedureGroup& group,
             return false;
         }
     }
-    return !CheckRanges(work.target, now);
+    after_.Read(module, now);
+    return !CheckRanges(work.target, now, after_);
 }
 
 // Puts right what the library's search for texts did to the lines that were there.

@@ -9,6 +9,7 @@
 #include <expected>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace lintara::cli {
@@ -57,14 +58,21 @@ class HandlerWriter {
     [[nodiscard]] std::vector<Remark> Remarks(const Work& work) const;
     // Whether the module holds the blocks where they belong and is the same around them.
     [[nodiscard]] bool IsAsForeseen(const Work& work, const ProcedureGroup& group,
-                                    std::size_t proceduresBefore) const;
+                                    std::size_t proceduresBefore);
     [[nodiscard]] std::int32_t FirstLines(const Part& part, const workspace::ProcedureInfo& now) const;
     void Settle(const Work& work, const ProcedureGroup& group) const;
     void RemarkLongLines(const Work& work, const workspace::ProcedureInfo& procedure) const;
     static void Withdraw(const Work& work, const ProcedureGroup& group);
 
+    struct CheckedCode {
+        Text code;
+        std::optional<std::string> objection;
+    };
+
     WantedHandler wanted_;
     std::vector<Text> block_;
+    ProcedureText after_;
+    mutable std::optional<CheckedCode> checked_;  // that CheckCode has seen last
 };
 
 // Whether the line's first statement is the one that leads errors to the label.

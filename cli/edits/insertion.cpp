@@ -96,6 +96,11 @@ InsertionOptions ReadInsertion(const OptionReader& given, Environment& environme
     return options;
 }
 
+// To replace handlers takes a look at all handlers of the project.
+bool IsIndependent(const InsertionOptions& options) {
+    return !options.refresh && !HoldsOpenPlaceholder(options.handler.code);
+}
+
 std::unique_ptr<ComponentEditor> MakeInsertionEditor(const InsertionOptions& options,
                                                      workspace::Workspace& workspace,
                                                      std::shared_ptr<hostmodel::Globals> globals,

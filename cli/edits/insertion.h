@@ -29,6 +29,9 @@ struct InsertionOptions {
 // Throws UsageError, also when nothing is to be inserted. Reads the template's file, or standard input.
 [[nodiscard]] InsertionOptions ReadInsertion(const OptionReader& given, Environment& environment);
 
+// Whether the insertion into one component has nothing to do with that into another; see EditJob.
+[[nodiscard]] bool IsIndependent(const InsertionOptions& options);
+
 // The editor keeps `environment`, which must outlive it.
 [[nodiscard]] std::unique_ptr<ComponentEditor> MakeInsertionEditor(
     const InsertionOptions& options, workspace::Workspace& workspace,

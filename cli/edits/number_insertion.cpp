@@ -50,7 +50,7 @@ std::expected<bool, Skip> NumberInsertion::Apply(const EditTarget& target, const
     if (std::ranges::all_of(text_.parts(), IsEmpty)) {
         return false;
     }
-    if (auto skip = CheckRanges(target, group)) {
+    if (auto skip = CheckRanges(target, group, text_)) {
         return std::unexpected(*std::move(skip));
     }
     if (const auto line = numbers_.renumber ? std::nullopt : FirstNumber()) {

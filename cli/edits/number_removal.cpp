@@ -76,7 +76,7 @@ std::expected<bool, Skip> NumberRemoval::Apply(const EditTarget& target, const P
     if (!FindNumbers(text_)) {
         return false;
     }
-    if (auto skip = CheckRanges(target, group)) {
+    if (auto skip = CheckRanges(target, group, text_)) {
         return std::unexpected(*std::move(skip));
     }
     return RemoveFrom(target, group, text_, report.remarks);

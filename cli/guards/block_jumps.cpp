@@ -48,7 +48,19 @@ std::unordered_set<Text> TargetsIn(std::span<const Text> lines) {
     return targets;
 }
 
+// Whether the line may jump to one of the targets: it holds the text.
+bool MayJump(TextView line, const std::unordered_set<Text>& targets) {
+    return std::ranges::any_of(targets, [&](const Text& target) {
+        return workspace::FindWithoutCase(line, target) != TextView::npos;
+    });
+}
+
 }  // namespace
+
+bool MayJumpIntoBlock(std::span<const Text> lines, std::span<const Text> block) {
+    const std::unordered_set<Text> inside = TargetsIn(block);
+    return std::ranges::any_of(lines, [&](const Text& line) { return MayJump(line, inside); });
+}
 
 std::optional<BlockJump> FindJumpIntoBlock(std::span<const Text> lines, std::size_t begin, std::size_t end,
                                            std::span<const Text> others) {
@@ -61,7 +73,7 @@ std::optional<BlockJump> FindJumpIntoBlock(std::span<const Text> lines, std::siz
     }
     LogicalLines logical(lines);
     while (logical.Next()) {
-        if (logical.first() >= begin && logical.first() < end) {
+        if ((logical.first() >= begin && logical.first() < end) || !MayJump(logical.text(), inside)) {
             continue;
         }
         const TextView code = logical.text().substr(0, workspace::CommentStart(logical.text()));

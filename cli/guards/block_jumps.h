@@ -22,4 +22,8 @@ struct BlockJump {
 [[nodiscard]] std::optional<BlockJump> FindJumpIntoBlock(std::span<const Text> lines, std::size_t begin,
                                                          std::size_t end, std::span<const Text> others = {});
 
+// Whether any of `lines` holds the text of a label or number in `block`: a quick look, which nearly always
+// tells that none of them jumps there.
+[[nodiscard]] bool MayJumpIntoBlock(std::span<const Text> lines, std::span<const Text> block);
+
 }  // namespace lintara::cli

@@ -29,15 +29,15 @@ Text WithContinuations(Text joined, Line line, const workspace::Module& module) 
 
 }  // namespace
 
-std::optional<RangeMismatch> FindForeignLine(const LineRange& body, const workspace::Module& module) {
+std::optional<RangeMismatch> FindForeignLine(std::span<const Text> body, Line first,
+                                             const workspace::Module& module) {
     DirectiveBalance balance;
-    Text line;
     bool continued = false;
-    for (Line at = body.begin; at < body.end; ++at) {
-        module.ReadLine(at, line);
+    Line at = first;
+    for (const Text& line : body) {
         const bool continues = workspace::Continues(line);
         if (!continued) {
-            balance.Pass(static_cast<std::size_t>(at - body.begin), line);
+            balance.Pass(static_cast<std::size_t>(at - first), line);
             if (MayBeginHeader(line) &&
                 workspace::ParseHeader(continues ? WithContinuations(line, at, module) : line)) {
                 return RangeMismatch{at, InputPlace(module, at) +
@@ -46,17 +46,18 @@ std::optional<RangeMismatch> FindForeignLine(const LineRange& body, const worksp
             }
         }
         continued = continues;
+        ++at;
     }
     const auto unbalanced = balance.unbalanced();
     if (!unbalanced) {
         return std::nullopt;
     }
-    const Line at = body.begin + static_cast<std::int32_t>(unbalanced->line);
+    const Line stray = first + static_cast<std::int32_t>(unbalanced->line);
     const bool opens = unbalanced->directive == Directive::If;
-    return RangeMismatch{at, "the " + std::string(NameOf(unbalanced->directive)) + " at " +
-                                 InputPlace(module, at) +
-                                 (opens ? " has no #End If in its body" : " has no #If in its body") +
-                                 ", so where it ends depends on what is compiled"};
+    return RangeMismatch{stray, "the " + std::string(NameOf(unbalanced->directive)) + " at " +
+                                    InputPlace(module, stray) +
+                                    (opens ? " has no #End If in its body" : " has no #If in its body") +
+                                    ", so where it ends depends on what is compiled"};
 }
 
 }  // namespace lintara::cli

@@ -3,15 +3,18 @@
 #pragma once
 
 #include "base/position.h"
+#include "base/text.h"
 #include "cli/guards/range_guard.h"
 #include "workspace/module.h"
 
 #include <optional>
+#include <span>
 
 namespace lintara::cli {
 
-// A line of `body` that is a header, or a directive whose counterpart stands outside.
-[[nodiscard]] std::optional<RangeMismatch> FindForeignLine(const LineRange& body,
+// A line of a body that is a header, or a directive whose counterpart stands outside. `body` are the lines of
+// the module from `first` on.
+[[nodiscard]] std::optional<RangeMismatch> FindForeignLine(std::span<const Text> body, Line first,
                                                            const workspace::Module& module);
 
 }  // namespace lintara::cli

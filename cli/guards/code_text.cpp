@@ -17,13 +17,7 @@ bool StandsAt(TextView line, std::size_t at, TextView sought) {
 }  // namespace
 
 std::size_t FindText(TextView line, TextView sought, std::size_t from) {
-    const char16_t first = workspace::Fold(sought.front());
-    for (std::size_t at = from; at + sought.size() <= line.size(); ++at) {
-        if (workspace::Fold(line[at]) == first && StandsAt(line, at, sought)) {
-            return at;
-        }
-    }
-    return TextView::npos;
+    return workspace::FindWithoutCase(line, sought, from);
 }
 
 std::vector<std::size_t> FindCodeEnds(std::span<const Text> lines) {
@@ -43,6 +37,9 @@ std::vector<std::size_t> FindCodeEnds(std::span<const Text> lines) {
 }
 
 std::size_t FindInCode(TextView line, std::size_t codeEnd, TextView sought, std::size_t from) {
+    if (FindText(line, sought, from) == TextView::npos) {
+        return TextView::npos;
+    }
     bool inQuotes = false;
     for (std::size_t at = 0; at + sought.size() <= codeEnd; ++at) {
         if (line[at] == u'"') {

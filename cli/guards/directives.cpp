@@ -1,5 +1,6 @@
 #include "cli/guards/directives.h"
 
+#include "base/text_scan.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>
@@ -50,7 +51,7 @@ std::string_view NameOf(Directive directive) {
 }
 
 void DirectiveBalance::Pass(std::size_t index, TextView line) {
-    if (!line.contains(u'#')) {
+    if (FindCharacter(line, u'#') == TextView::npos) {
         return;
     }
     const Directive directive = DirectiveOf(line.substr(workspace::SkipLineNumberAndLabel(line)));

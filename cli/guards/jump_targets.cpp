@@ -1,5 +1,6 @@
 #include "cli/guards/jump_targets.h"
 
+#include "base/text_scan.h"
 #include "cli/guards/existing_numbers.h"
 #include "cli/guards/jump_reader.h"
 #include "cli/project/logical_lines.h"
@@ -34,17 +35,13 @@ Digits ReadDigits(TextView line, std::size_t from) {
 // Whether some number of the line, its own excepted, lies within the bounds. It says no for nearly every line
 // of a real project, at the price of one look at each character.
 bool MayJump(TextView line, std::int64_t lowest, std::int64_t highest) {
-    std::size_t i = FiveDigitNumber(line) ? 7 : 0;
-    while (i < line.size()) {
-        if (!IsAsciiDigit(line[i])) {
-            ++i;
-            continue;
-        }
-        const Digits digits = ReadDigits(line, i);
+    std::size_t at = FindDigit(line, FiveDigitNumber(line) ? 7 : 0);
+    while (at != TextView::npos) {
+        const Digits digits = ReadDigits(line, at);
         if (digits.value >= lowest && digits.value <= highest) {
             return true;
         }
-        i = digits.end;
+        at = FindDigit(line, digits.end);
     }
     return false;
 }

@@ -41,9 +41,6 @@ std::optional<std::size_t> FindStatement(std::span<const Text> lines, Visit visi
 // them.
 std::vector<TextView> HandlerTargetsIn(TextView code) {
     std::vector<TextView> targets;
-    if (FindText(code, u"error") == TextView::npos) {
-        return targets;
-    }
     constexpr std::array<TextView, 3> words{u"on", u"error", u"goto"};
     std::size_t matched = 0;
     bool inQuotes = false;
@@ -114,6 +111,9 @@ std::optional<std::size_t> FindOtherTarget(std::span<const Text> lines, TextView
     LogicalLines logical(lines);
     while (logical.Next()) {
         const TextView line = logical.text();
+        if (FindText(line, u"error") == TextView::npos) {
+            continue;
+        }
         const TextView code = line.substr(0, workspace::CommentStart(line));
         for (const TextView target : HandlerTargetsIn(code)) {
             if (target != constants::NoErrorHandler && !workspace::SameName(target, label)) {

@@ -29,13 +29,7 @@ bool IsSelectCase(TextView statement) {
 
 // Whether the line may change what SelectWatch knows while no Case is awaited: nearly no line does.
 bool MayHoldSelect(TextView line) {
-    constexpr TextView lower = u"select";
-    for (std::size_t i = 0; i + lower.size() <= line.size(); ++i) {
-        if ((line[i] | 0x20) == u's' && IsWord(line.substr(i, lower.size()), lower)) {
-            return true;
-        }
-    }
-    return false;
+    return workspace::FindWithoutCase(line, u"select") != TextView::npos;
 }
 
 // Follows, line by line, whether the next Case is the first one of its Select Case. Each branch of an #If
@@ -59,14 +53,14 @@ class SelectWatch {
         }
     }
 
-    // `firstStatement` is the offset of what follows the line's number and label.
-    // True when the line begins with the first Case.
-    bool PassCode(TextView line, std::size_t firstStatement) {
+    // True when the line begins with the first Case, behind its number and label.
+    bool PassCode(TextView line) {
         if (!awaitsCase_ && !MayHoldSelect(line)) {
             return false;
         }
         bool isFirstCase = false;
-        const std::vector<TextView> statements = workspace::SplitStatements(line.substr(firstStatement));
+        const std::vector<TextView> statements =
+            workspace::SplitStatements(line.substr(workspace::SkipLineNumberAndLabel(line)));
         for (std::size_t i = 0; i < statements.size(); ++i) {
             isFirstCase |= i == 0 && awaitsCase_ && IsCase(statements[i]);
             awaitsCase_ = IsSelectCase(statements[i]);
@@ -96,7 +90,7 @@ void FindUnnumberableLines(std::span<const Text> lines, std::vector<std::size_t>
         if (const Directive directive = DirectiveOf(line); directive != Directive::None) {
             indexes.push_back(logical.first());
             watch.PassDirective(directive);
-        } else if (watch.PassCode(line, workspace::SkipLineNumberAndLabel(line))) {
+        } else if (watch.PassCode(line)) {
             indexes.push_back(logical.first());
         }
     }

@@ -17,10 +17,10 @@ using hostmodel::FindOptions;
 using support::Random;
 using support::ReferenceModule;
 
-constexpr std::array<TextView, 24> pieces{
-    u"a",   u"A",  u"b",  u" ",      u" ",      u"aa",         u"ab",    u"_",
-    u"1",   u".",  u"*",  u"?",      u"foo",    u"Foo",        u"Bar",   u"foo bar",
-    u"bar", u"\r", u"\n", u"\u00E4", u"\u00C4", u"\U0001F600", u"item1", u"End Sub",
+constexpr std::array<TextView, 28> pieces{
+    u"a",      u"A",          u"b",     u" ",       u" ",   u"aa",      u"ab",  u"_",      u"1",  u".",
+    u"*",      u"?",          u"foo",   u"Foo",     u"Bar", u"foo bar", u"bar", u"\r",     u"\n", u"\u00E4",
+    u"\u00C4", u"\U0001F600", u"item1", u"End Sub", u"k",   u"\u212A",  u"s",   u"\u017F",
 };
 
 Text RandomLine(Random& random) {

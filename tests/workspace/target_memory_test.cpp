@@ -26,12 +26,12 @@ using Lines = std::optional<std::vector<std::int32_t>>;
 class TargetMemoryTest : public testing::Test {
   protected:
     Lines LinesOf(TextView target, FindOptions options = Plain) {
-        const LineSet* known = memory_.LinesOf(target, options);
-        if (known == nullptr) {
+        const auto known = memory_.LinesOf(target, options);
+        if (!known) {
             return std::nullopt;
         }
         std::vector<std::int32_t> lines;
-        for (auto line = known->NextFrom(Line{1}); line; line = known->NextFrom(*line + 1)) {
+        for (auto line = known->lines.NextFrom(Line{1}); line; line = known->lines.NextFrom(*line + 1)) {
             lines.push_back(line->value());
         }
         return lines;
