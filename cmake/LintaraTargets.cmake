@@ -10,20 +10,39 @@ target_compile_options(lintara_options INTERFACE
     # GCC 12 sees overlaps in string concatenations that are none.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 target_include_directories(lintara_options INTERFACE ${PROJECT_SOURCE_DIR})
+if(WIN32)
+    # Windows 7 and later; text of 16-bit units everywhere.
+    target_compile_definitions(lintara_options INTERFACE
+        UNICODE _UNICODE NOMINMAX WINVER=0x0601 _WIN32_WINNT=0x0601)
+    # The system's interfaces have no virtual destructors; our own classes are checked by the other builds.
+    target_compile_options(lintara_options INTERFACE -Wno-non-virtual-dtor)
+endif()
 if(LINTARA_SANITIZE)
     target_compile_options(lintara_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
         # With sanitizers GCC 12 takes members of the standard library for uninitialized that are not.
-        -Wno-maybe-uninitialized)
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(lintara_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# lintara_library(folder [DEPENDS folder...] [LIBRARIES target...])
-# Every source file of the folder (and of those below it) is one static library, lintara::<folder>.
+# lintara_sources(variable pattern EXCEPT regex...)
+# The source files of the pattern, without those whose names begin with one of the expressions.
+function(lintara_sources variable pattern)
+    cmake_parse_arguments(ARG "" "" "EXCEPT" ${ARGN})
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${pattern})
+    foreach(name IN LISTS ARG_EXCEPT)
+        list(FILTER sources EXCLUDE REGEX "/${name}[^/]*$")
+    endforeach()
+    set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
+# lintara_library(folder [DEPENDS folder...] [LIBRARIES target...] [EXCEPT name...])
+# Every source file of the folder (and of those below it) is one static library, lintara::<folder>. EXCEPT
+# names the beginnings of file names that are left out.
 function(lintara_library folder)
-    cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES;EXCEPT" ${ARGN})
     string(REPLACE "/" "_" name ${folder})
-    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+    lintara_sources(sources ${folder}/*.cpp EXCEPT ${ARG_EXCEPT})
     list(TRANSFORM ARG_DEPENDS PREPEND lintara::)
     if(sources)
         add_library(lintara_${name} STATIC ${sources})
@@ -35,11 +54,12 @@ function(lintara_library folder)
     add_library(lintara::${name} ALIAS lintara_${name})
 endfunction()
 
-# lintara_test(folder [DEPENDS folder...] [LIBRARIES target...])
-# Every source file of tests/<folder> is one GoogleTest program, <folder>_tests.
+# lintara_test(folder [DEPENDS folder...] [LIBRARIES target...] [EXCEPT name...])
+# Every source file of tests/<folder> is one GoogleTest program, <folder>_tests. EXCEPT names the beginnings of
+# file names that are left out.
 function(lintara_test folder)
-    cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*.cpp)
+    cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES;EXCEPT" ${ARGN})
+    lintara_sources(sources tests/${folder}/*.cpp EXCEPT ${ARG_EXCEPT})
     if(NOT sources)
         return()
     endif()
@@ -47,5 +67,10 @@ function(lintara_test folder)
     add_executable(${folder}_tests ${sources})
     target_link_libraries(${folder}_tests PRIVATE
         lintara_options ${ARG_DEPENDS} ${ARG_LIBRARIES} GTest::gtest_main GTest::gmock)
-    gtest_discover_tests(${folder}_tests DISCOVERY_TIMEOUT 60)
+    if(CMAKE_CROSSCOMPILING)
+        # scripts/test-windows runs the programs; to ask each for its tests would start Wine while building.
+        set_property(GLOBAL APPEND PROPERTY LINTARA_TEST_PROGRAMS ${folder}_tests)
+    else()
+        gtest_discover_tests(${folder}_tests DISCOVERY_TIMEOUT 60)
+    endif()
 endfunction()

@@ -2,6 +2,7 @@
 
 #include "platform/registry_settings.h"
 
+#include "platform/registry_key.h"
 #include "platform/wide_text.h"
 
 #include <string>
@@ -13,25 +14,6 @@ namespace lintara::platform {
 namespace {
 
 constexpr const wchar_t* area = L"Software\\VB and VBA Program Settings\\";
-
-// An open key of the registry.
-class Key {
-  public:
-    Key() = default;
-    Key(const Key&) = delete;
-    Key& operator=(const Key&) = delete;
-    ~Key() {
-        if (key_ != nullptr) {
-            ::RegCloseKey(key_);
-        }
-    }
-
-    [[nodiscard]] HKEY get() const { return key_; }
-    [[nodiscard]] HKEY* out() { return &key_; }
-
-  private:
-    HKEY key_ = nullptr;
-};
 
 bool HasZero(TextView text) {
     return text.contains(u'\0');
@@ -93,13 +75,9 @@ Result<void> RegistrySettings::Save(SettingName name, TextView value) {
     if (HasZero(value)) {
         return Failure(ErrorNumber::InvalidArgument, "the registry cannot hold a zero character in a text");
     }
-    const std::wstring text = ToWide(value);
-    const auto bytes = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-    Key key;
-    if (::RegCreateKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, key.out(),
-                          nullptr) != ERROR_SUCCESS ||
-        ::RegSetValueExW(key.get(), ToWide(name.key).c_str(), 0, REG_SZ,
-                         reinterpret_cast<const BYTE*>(text.c_str()), bytes) != ERROR_SUCCESS) {
+    RegistryKey key;
+    if (key.Create(HKEY_CURRENT_USER, *path, KEY_SET_VALUE) != ERROR_SUCCESS ||
+        key.SetText(ToWide(name.key), ToWide(value)) != ERROR_SUCCESS) {
         return Denied();
     }
     return {};
