@@ -44,17 +44,6 @@ TEST(ScaleTest, NeighboursThatTouchInTwipsTouchInPixels) {
     EXPECT_EQ(left.x() + left.width(), right.x());
 }
 
-TEST(ScaleTest, GrowsAsFarAsTheScreenAllows) {
-    Scale scale;
-    scale.LimitGrowth({1500, 1500}, {150, 1000});
-    scale.GrowToFit({150, 150}, {12, 0});
-    EXPECT_EQ(scale.X(150), 12);
-    EXPECT_EQ(scale.Y(150), 10);
-    scale.GrowToFit({150, 150}, {100, 30});
-    EXPECT_EQ(scale.X(1500), 150);
-    EXPECT_EQ(scale.Y(150), 30);
-}
-
 TEST(FontTest, TheDesktopDecidesTheSizeAndTheFormTheRelation) {
     const QFont ordinary = DesktopFont({});
     EXPECT_EQ(ordinary.pointSizeF(), QApplication::font().pointSizeF());

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "forms/mirror.h"
+#include "forms/mirror_gate.h"
 
 #include <QSize>
 #include <QString>
@@ -15,25 +16,7 @@ class QWidget;
 
 namespace lintara::ui {
 
-class MirrorGate {
-  public:
-    // From here to the end of the block, changes are the form's.
-    class Mirroring {
-      public:
-        explicit Mirroring(MirrorGate& gate) : gate_(gate) { ++gate_.depth_; }
-        ~Mirroring() { --gate_.depth_; }
-        Mirroring(const Mirroring&) = delete;
-        Mirroring& operator=(const Mirroring&) = delete;
-
-      private:
-        MirrorGate& gate_;
-    };
-
-    [[nodiscard]] bool IsMirroring() const { return depth_ > 0; }
-
-  private:
-    int depth_ = 0;
-};
+using forms::MirrorGate;
 
 class ControlView {
   public:

@@ -101,9 +101,9 @@ void FormWindow::ChooseFonts() {
 
 void FormWindow::ChooseScale() {
     Scale scale(DesktopFont(form_.font));
-    scale.LimitGrowth({form_.Width(), form_.Height()}, RoomForWindows(*screen()).size());
+    scale.LimitGrowth({form_.Width(), form_.Height()}, PixelsOf(RoomForWindows(*screen()).size()));
     for (const auto& [control, view] : views_) {
-        scale.GrowToFit({control->Width(), control->Height()}, view->NeededSize());
+        scale.GrowToFit({control->Width(), control->Height()}, PixelsOf(view->NeededSize()));
     }
     scale_ = scale;
 }

@@ -1,5 +1,7 @@
 #include "ui/qt/shown_text.h"
 
+#include "forms/text_difference.h"
+
 #include <algorithm>
 
 namespace lintara::ui {
@@ -68,22 +70,14 @@ QString WithPlainBreaks(QString text) {
 }
 
 Difference DifferenceOf(QStringView before, QStringView after) {
-    const qsizetype shorter = std::min(before.size(), after.size());
-    qsizetype head =
-        std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first - before.begin();
-    if (head > 0 && before[head - 1].isHighSurrogate()) {
-        --head;
-    }
-    qsizetype tail = 0;
-    while (tail < shorter - head && before[before.size() - tail - 1] == after[after.size() - tail - 1]) {
-        ++tail;
-    }
-    if (tail > 0 && before[before.size() - tail].isLowSurrogate()) {
-        --tail;
-    }
-    return {.at = head,
-            .removed = before.size() - head - tail,
-            .inserted = after.sliced(head, after.size() - head - tail).toString()};
+    const auto unitsOf = [](QStringView text) {
+        return TextView(text.utf16(), static_cast<std::size_t>(text.size()));
+    };
+    const forms::TextDifference difference = forms::DifferenceOf(unitsOf(before), unitsOf(after));
+    const auto at = static_cast<qsizetype>(difference.at);
+    return {.at = at,
+            .removed = static_cast<qsizetype>(difference.removed),
+            .inserted = after.sliced(at, static_cast<qsizetype>(difference.inserted.size())).toString()};
 }
 
 }  // namespace lintara::ui

@@ -53,8 +53,8 @@ class Painter {
   public:
     Painter(HDC dc, const RECT& inside, const forms::Container& container, const Scale& scale)
         : dc_(dc),
-          x_(inside.left, inside.right, container.Width(), scale.PreciseX()),
-          y_(inside.top, inside.bottom, container.Height(), scale.PreciseY()) {}
+          x_(inside.left, inside.right, container.Width(), scale.PreciseX(1)),
+          y_(inside.top, inside.bottom, container.Height(), scale.PreciseY(1)) {}
 
     void Paint(const forms::LineControl& line) const {
         const forms::Segment& ends = line.Ends();

@@ -130,9 +130,9 @@ void FormWindow::ApplyFonts() {
 
 void FormWindow::ChooseScale() {
     Scale scale(context_.fonts.dpi());
-    scale.LimitGrowth({form_.Width(), form_.Height()}, RoomForInside());
+    scale.LimitGrowth({form_.Width(), form_.Height()}, PixelsOf(RoomForInside()));
     for (const auto& [control, view] : views_) {
-        scale.GrowToFit({control->Width(), control->Height()}, view->NeededSize());
+        scale.GrowToFit({control->Width(), control->Height()}, PixelsOf(view->NeededSize()));
     }
     context_.scale = scale;
 }

@@ -1,9 +1,9 @@
 #include "ui/win32/text_box_view.h"
 
+#include "forms/text_difference.h"
 #include "platform/wide_text.h"
 #include "ui/win32/keys.h"
 #include "ui/win32/scroll_bars.h"
-#include "ui/win32/text_difference.h"
 
 #include <utility>
 
@@ -190,7 +190,7 @@ void TextBoxView::TakeFromWindow() {
 void TextBoxView::ShowInWindow() {
     const MirrorGate::Mirroring mirroring(Context().gate);
     const Text shown = WindowText();
-    const TextDifference difference = DifferenceOf(shown, box_.Contents());
+    const forms::TextDifference difference = forms::DifferenceOf(shown, box_.Contents());
     if (!difference.IsNone()) {
         const auto end = static_cast<LPARAM>(difference.at + difference.removed);
         const std::wstring inserted = platform::ToWide(difference.inserted);

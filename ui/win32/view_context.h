@@ -5,6 +5,7 @@
 // the window carries a change of the form over to it, the user has not done.
 #pragma once
 
+#include "forms/mirror_gate.h"
 #include "ui/win32/fonts.h"
 #include "ui/win32/scale.h"
 
@@ -15,25 +16,7 @@ namespace lintara::ui::win32 {
 
 class ControlView;
 
-class MirrorGate {
-  public:
-    // From here to the end of the block, changes are the form's.
-    class Mirroring {
-      public:
-        explicit Mirroring(MirrorGate& gate) : gate_(gate) { ++gate_.depth_; }
-        ~Mirroring() { --gate_.depth_; }
-        Mirroring(const Mirroring&) = delete;
-        Mirroring& operator=(const Mirroring&) = delete;
-
-      private:
-        MirrorGate& gate_;
-    };
-
-    [[nodiscard]] bool IsMirroring() const { return depth_ > 0; }
-
-  private:
-    int depth_ = 0;
-};
+using forms::MirrorGate;
 
 struct ViewContext {
     ViewContext(HINSTANCE instance, int dpi) : module(instance), scale(dpi), fonts(dpi) {}

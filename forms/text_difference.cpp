@@ -1,8 +1,8 @@
-#include "ui/win32/text_difference.h"
+#include "forms/text_difference.h"
 
 #include <algorithm>
 
-namespace lintara::ui::win32 {
+namespace lintara::forms {
 namespace {
 
 bool IsOnePiece(char16_t first, char16_t second) {
@@ -37,4 +37,4 @@ TextDifference DifferenceOf(TextView before, TextView after) {
             .inserted = after.substr(head, after.size() - head - tail)};
 }
 
-}  // namespace lintara::ui::win32
+}  // namespace lintara::forms

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-namespace lintara::ui::win32 {
+namespace lintara::forms {
 
 struct TextDifference {
     std::size_t at = 0;
@@ -19,4 +19,4 @@ struct TextDifference {
 // torn apart.
 [[nodiscard]] TextDifference DifferenceOf(TextView before, TextView after);
 
-}  // namespace lintara::ui::win32
+}  // namespace lintara::forms
