@@ -70,7 +70,7 @@ HRESULT CallArguments::Read(const assistant::DispatchMember& member, const DISPP
                             UINT& wrongArgument) {
     values_.clear();
     for (const Parameter& parameter : member.parameters) {
-        values_.push_back({&parameter, nullptr, 0, EmptyOf<Value>(parameter.type), {}});
+        values_.push_back({&parameter, nullptr, 0, EmptyOf<Value>(parameter.type), {}, false});
     }
     if (const HRESULT code = Place(call, wrongArgument); FAILED(code)) {
         return code;
@@ -163,8 +163,8 @@ bool CallArguments::IsToBeWritten(const Slot& slot) {
     const bool isReference =
         slot.argument != nullptr && IsReference(*slot.argument) && !IsOmitted(*slot.argument);
     const Direction direction = slot.parameter->direction;
-    return isReference &&
-           (direction == Direction::Out || (direction == Direction::InOut && slot.value != slot.given));
+    return isReference && (direction == Direction::Out ||
+                           (direction == Direction::InOut && (slot.hasOutcome || slot.value != slot.given)));
 }
 
 void CallArguments::WriteBack() {

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <oaidl.h>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -38,8 +39,16 @@ class CallArguments {
         return std::get<ComPtr<IDispatch>>(values_[place].value);
     }
 
-    // Writes the parameters that are written into the caller's variables: those whose values have changed,
-    // and all that are only written.
+    // Gives a parameter its outcome. It goes back into the caller's variable even when it is what came in: a
+    // 7 that stood for True becomes -1.
+    template <class T>
+    void Write(std::size_t place, T value) {
+        values_[place].value = std::move(value);
+        values_[place].hasOutcome = true;
+    }
+
+    // Writes the parameters that are written into the caller's variables: those that have an outcome or whose
+    // values have changed, and all that are only written.
     void WriteBack();
 
   private:
@@ -50,6 +59,7 @@ class CallArguments {
         UINT index = 0;                  // in the array of the call
         Value value;
         Value given;  // of a parameter that is read and written: what it was
+        bool hasOutcome = false;
     };
 
     [[nodiscard]] HRESULT Place(const DISPPARAMS& call, UINT& wrongArgument);

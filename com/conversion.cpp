@@ -16,6 +16,9 @@ const VARIANT& Referred(const VARIANT& value) {
 
 // The interface pointer that the value holds or refers to; false when it holds none.
 bool TakeUnknown(const VARIANT& value, IUnknown*& object) {
+    if ((value.vt & VT_BYREF) != 0 && value.byref == nullptr) {
+        return false;
+    }
     switch (value.vt) {
         case VT_DISPATCH:
             object = value.pdispVal;

@@ -137,13 +137,13 @@ bool DialogsObject::AskInsertCC(CallArguments& a) const {
                          .ComponentAvailable = a.number(7),
                          .sCCPBufferX = a.text(8)};
     return Ask(&DialogsLT::GetInsertCCParameters, p, [&] {
-        a.number(0) = p.Scope;
-        a.text(1) = p.TextToInsert;
-        a.truth(2) = p.NoDelimiters;
-        a.number(3) = p.WhereToInsert;
-        a.number(4) = p.LineToInsert;
-        a.number(5) = p.ID;
-        a.text(8) = p.sCCPBufferX;
+        a.Write(0, std::int32_t{p.Scope});
+        a.Write(1, p.TextToInsert);
+        a.Write(2, p.NoDelimiters);
+        a.Write(3, std::int32_t{p.WhereToInsert});
+        a.Write(4, p.LineToInsert);
+        a.Write(5, std::int32_t{p.ID});
+        a.Write(8, p.sCCPBufferX);
     });
 }
 
@@ -153,8 +153,8 @@ bool DialogsObject::AskRemoveCC(CallArguments& a) const {
                          .ProcAvailable = a.truth(2),
                          .ComponentAvailable = a.number(3)};
     return Ask(&DialogsLT::GetRemoveCCParameters, p, [&] {
-        a.number(0) = p.Scope;
-        a.number(1) = p.ID;
+        a.Write(0, std::int32_t{p.Scope});
+        a.Write(1, std::int32_t{p.ID});
     });
 }
 
@@ -170,14 +170,14 @@ bool DialogsObject::AskInsertEH(CallArguments& a) const {
                          .iGetLineNumber = a.number(8),
                          .sCCPBuffer = a.text(9)};
     return Ask(&DialogsLT::GetInsertEHParameters, p, [&] {
-        a.number(0) = p.Scope;
-        a.truth(1) = p.InsertEH;
-        a.truth(2) = p.InsertLN;
-        a.text(3) = p.EHLabel;
-        a.text(4) = p.EHCode;
-        a.text(5) = p.LNBase;
-        a.text(6) = p.LNStep;
-        a.text(9) = p.sCCPBuffer;
+        a.Write(0, std::int32_t{p.Scope});
+        a.Write(1, p.InsertEH);
+        a.Write(2, p.InsertLN);
+        a.Write(3, p.EHLabel);
+        a.Write(4, p.EHCode);
+        a.Write(5, p.LNBase);
+        a.Write(6, p.LNStep);
+        a.Write(9, p.sCCPBuffer);
     });
 }
 
@@ -188,9 +188,9 @@ bool DialogsObject::AskRemoveEH(CallArguments& a) const {
                          .iLenGetMemberName = a.integer(3),
                          .iGetLineNumber = a.number(4)};
     return Ask(&DialogsLT::GetRemoveEHParameters, p, [&] {
-        a.number(0) = p.Scope;
-        a.truth(1) = p.RemoveEH;
-        a.truth(2) = p.RemoveLN;
+        a.Write(0, std::int32_t{p.Scope});
+        a.Write(1, p.RemoveEH);
+        a.Write(2, p.RemoveLN);
     });
 }
 

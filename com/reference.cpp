@@ -68,12 +68,20 @@ bool StoreDecimal(DECIMAL& variable, const Variant& value) {
     return true;
 }
 
+bool KeepsItsType(const VARIANT& variable, const Variant& value) {
+    if (variable.vt == VT_BOOL) {
+        // Every number would do as a Boolean, but none comes out of it again.
+        return value.get().vt == VT_BOOL;
+    }
+    return variable.vt == VT_BSTR || variable.vt == VT_DECIMAL || SizeOf(variable.vt) != 0;
+}
+
 void StoreVariant(VARIANT& variable, const Variant& value) {
     if ((variable.vt & VT_BYREF) != 0) {
         if (StoreInto(variable, value)) {
             return;
         }
-    } else if (variable.vt == VT_BSTR || SizeOf(variable.vt) != 0) {
+    } else if (KeepsItsType(variable, value)) {
         if (Result<Variant> converted = ConvertTo(variable.vt, value.get())) {
             std::swap(variable, converted->get());
             return;

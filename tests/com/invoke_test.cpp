@@ -345,6 +345,28 @@ TEST_F(InvokeTest, AVariantWhoseTypeIsTooSmallTakesTheParameters) {
     EXPECT_EQ(Shown(column.get()), "3:258");
 }
 
+TEST_F(InvokeTest, AVariantThatHoldsADecimalKeepsItsType) {
+    const Variant text(u"a\r\nbcdef");
+    const Variant line(std::int32_t{1});
+    Variant column;
+    ASSERT_EQ(VarDecFromI4(3, &column.get().decVal), S_OK);
+    column.get().vt = VT_DECIMAL;
+    EXPECT_EQ(
+        InvokeByName(*lintara_, L"TranslateCarret", Method, {Lend(line), Refer(column), Lend(text)}).code,
+        S_OK);
+    EXPECT_EQ(Shown(column.get()), std::to_string(VT_DECIMAL) + ":6");
+}
+
+TEST_F(InvokeTest, AVariantThatHoldsATruthTakesANumberAsItIs) {
+    const Variant text(u"a\r\nbcdef");
+    const Variant line(std::int32_t{1});
+    Variant column(true);
+    EXPECT_EQ(
+        InvokeByName(*lintara_, L"TranslateCarret", Method, {Lend(line), Refer(column), Lend(text)}).code,
+        S_OK);
+    EXPECT_EQ(Shown(column.get()), "3:6");
+}
+
 TEST_F(InvokeTest, AValueIsNotWrittenBack) {
     const Variant text(u"a\r\nbc");
     const Variant line(std::int32_t{2});
@@ -440,6 +462,8 @@ TEST_F(InvokeTest, EarlyBoundCallersMayLeaveOutPlaces) {
     number.vt = VT_I4;
     number.lVal = 5;
     EXPECT_EQ(early->put_oG(number), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(early->put_oG(Refer(VT_DISPATCH, nullptr)), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(early->put_oG(Refer(VT_UNKNOWN, nullptr)), DISP_E_TYPEMISMATCH);
 }
 
 TEST_F(InvokeTest, TheObjectsKnowTheirTypes) {
