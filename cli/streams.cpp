@@ -1,9 +1,10 @@
 #include "cli/streams.h"
 
+#include "workspace/read_file.h"
+
 #include <array>
 #include <cerrno>
 #include <poll.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace lintara::cli {
@@ -59,8 +60,7 @@ std::expected<std::size_t, std::string> DescriptorSource::Read(std::span<char> b
             return static_cast<std::size_t>(count);
         }
         if (!MayGoOn(descriptor_, POLLIN)) {
-            return std::unexpected("standard input cannot be read: " +
-                                   std::error_code(errno, std::generic_category()).message());
+            return std::unexpected("standard input cannot be read: " + workspace::SystemMessage(errno));
         }
     }
 }

@@ -55,18 +55,22 @@ function(lintara_library folder)
 endfunction()
 
 # lintara_test(folder [DEPENDS folder...] [LIBRARIES target...] [EXCEPT name...])
-# Every source file of tests/<folder> is one GoogleTest program, <folder>_tests. EXCEPT names the beginnings of
-# file names that are left out.
+# Every source file of tests/<folder> is one GoogleTest program, <folder>_tests, together with the main of
+# tests/support where the folder has no main.cpp of its own. EXCEPT names the beginnings of file names that are left
+# out.
 function(lintara_test folder)
     cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES;EXCEPT" ${ARGN})
     lintara_sources(sources tests/${folder}/*.cpp EXCEPT ${ARG_EXCEPT})
     if(NOT sources)
         return()
     endif()
+    if(NOT EXISTS ${PROJECT_SOURCE_DIR}/tests/${folder}/main.cpp)
+        list(APPEND sources ${PROJECT_SOURCE_DIR}/tests/support/main.cpp)
+    endif()
     list(TRANSFORM ARG_DEPENDS PREPEND lintara::)
     add_executable(${folder}_tests ${sources})
     target_link_libraries(${folder}_tests PRIVATE
-        lintara_options ${ARG_DEPENDS} ${ARG_LIBRARIES} GTest::gtest_main GTest::gmock)
+        lintara_options ${ARG_DEPENDS} ${ARG_LIBRARIES} GTest::gtest GTest::gmock)
     if(CMAKE_CROSSCOMPILING)
         # scripts/test-windows runs the programs; to ask each for its tests would start Wine while building.
         set_property(GLOBAL APPEND PROPERTY LINTARA_TEST_PROGRAMS ${folder}_tests)

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iomanip>
+#include <locale>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -70,6 +71,7 @@ std::expected<Candidate, Diagnostic> OpenFolder(const fs::path& path) {
 // The process that holds the lock, where the system tells.
 std::optional<std::string> HolderOf(const FolderKey& key) {
     std::ostringstream place;
+    place.imbue(std::locale::classic());
     place << std::hex << std::setfill('0') << std::setw(2) << major(key.first) << ':' << std::setw(2)
           << minor(key.first) << std::dec << ':' << key.second;
     std::ifstream locks("/proc/locks");

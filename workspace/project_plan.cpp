@@ -195,7 +195,7 @@ void Planner::ListFolder(const fs::path& folder, std::vector<fs::path>& found) {
         }
     }
     if (error) {
-        errors_.push_back({folder, 0, "cannot be read: " + error.message()});
+        errors_.push_back({folder, 0, "cannot be read: " + SystemMessage(error.value())});
     }
 }
 

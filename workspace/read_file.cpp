@@ -4,8 +4,8 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstring>
 #include <fcntl.h>
-#include <system_error>
 #include <utility>
 
 namespace lintara::workspace {
@@ -46,7 +46,8 @@ bool ReadAll(int descriptor, std::size_t expectedSize, std::string& bytes) {
 }  // namespace
 
 std::string SystemMessage(int error) {
-    return std::generic_category().message(error);
+    const char* description = ::strerrordesc_np(error);
+    return description != nullptr ? description : "error " + std::to_string(error);
 }
 
 std::string KindMessage(const struct stat& status) {

@@ -25,7 +25,7 @@ struct FileContent {
 
 [[nodiscard]] FileIdentity IdentityOf(const struct stat& status);
 
-// What the system says about an error number.
+// What the system says about an error number, in English whatever the locale is.
 [[nodiscard]] std::string SystemMessage(int error);
 
 // "is a folder" and the like: what the path names that is no regular file.

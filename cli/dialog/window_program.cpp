@@ -26,6 +26,11 @@ constexpr std::string_view programPlaces[] = {"../libexec/lintara/lintara-window
     throw std::runtime_error("the answer of lintara-window cannot be used: " + why);
 }
 
+std::string SignalName(int signal) {
+    const char* description = ::sigdescr_np(signal);
+    return description != nullptr ? description : std::to_string(signal);
+}
+
 bool IsProgram(const fs::path& path) {
     std::error_code error;
     return fs::is_regular_file(path, error) && ::access(path.c_str(), X_OK) == 0;
@@ -140,7 +145,7 @@ std::expected<WindowAnswer, std::string> AskWindow(const Json& request, Environm
     PassOn(end->err, environment.streams.err);
     if (end->signal != 0) {
         throw std::runtime_error(PrintablePath(*program) + " was ended by a signal (" +
-                                 ::strsignal(end->signal) + "); nothing was changed");
+                                 SignalName(end->signal) + "); nothing was changed");
     }
     if (end->status != 0) {
         throw std::runtime_error(PrintablePath(*program) + " failed with status " +

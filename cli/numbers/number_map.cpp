@@ -7,6 +7,7 @@
 #include "workspace/encoding.h"
 #include "workspace/parallel.h"
 #include "workspace/path_resolver.h"
+#include "workspace/read_file.h"
 
 #include <algorithm>
 #include <array>
@@ -280,7 +281,8 @@ std::expected<void, std::string> RemoveNumberMap(const fs::path& folder) {
     const fs::path path = folder / numberMapName;
     std::error_code error;
     if (IsNumberMap(path) && !fs::remove(path, error) && error) {
-        return std::unexpected("the map of an earlier copy cannot be removed: " + error.message());
+        return std::unexpected("the map of an earlier copy cannot be removed: " +
+                               workspace::SystemMessage(error.value()));
     }
     return {};
 }

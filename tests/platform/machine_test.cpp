@@ -12,7 +12,6 @@
 #include <ctime>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <tuple>
 
 #include <gtest/gtest.h>
@@ -113,11 +112,12 @@ class RegionalTextsOfLocales : public testing::Test {
     [[nodiscard]] std::string TextsOf(const std::string& locale) const {
         return support::InOtherProcess([&]() -> std::string {
             ::setenv("LOCPATH", folder_.path().c_str(), 1);
+            const std::string before = std::setlocale(LC_ALL, nullptr);
             SystemRegionalTexts texts{locale};
             const std::string all = ToUtf8(texts.Date(moment).value_or(u"fails")) + " " +
                                     ToUtf8(texts.Time(moment).value_or(u"fails"));
-            const bool isUnchanged = std::string_view(std::setlocale(LC_ALL, nullptr)) == "C" &&
-                                     ::uselocale(locale_t{}) == LC_GLOBAL_LOCALE;
+            const bool isUnchanged =
+                std::setlocale(LC_ALL, nullptr) == before && ::uselocale(locale_t{}) == LC_GLOBAL_LOCALE;
             return all + (isUnchanged ? "" : ", and the process has another locale");
         });
     }
