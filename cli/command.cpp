@@ -22,6 +22,7 @@ ExitStatus RunChecked(std::span<const std::string> arguments, Environment& envir
         streams.err.Write(given.error().err);
         return given.error().status;
     }
+    environment.commandLine.assign(arguments.begin(), arguments.end());
     connect(environment);
     try {
         return given->command().run(WithLayers(*given, environment), environment);

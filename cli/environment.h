@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lintara::cli {
 
@@ -27,6 +28,8 @@ struct Environment {
     std::filesystem::path stateFolder = {};
     // Null when nobody sits at a terminal.
     AskUser ask = nullptr;
+    // The words that the run was started with, without the program's name.
+    std::vector<std::string> commandLine = {};
 };
 
 }  // namespace lintara::cli

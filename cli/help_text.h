@@ -2,6 +2,10 @@
 // literal, put together from its own paragraphs and these.
 #pragma once
 
+#define LINTARA_FAULT_STATUS                                                                                \
+    "  5  lintara noticed a fault of its own, and wrote nothing; where it keeps what led to the fault is\n" \
+    "     told on standard error\n"
+
 #define LINTARA_EDITING_STATUSES                                                                       \
     "\nExit status:\n"                                                                                 \
     "  0  done\n"                                                                                      \
@@ -9,7 +13,8 @@
     "  2  wrong usage, or a name that the project does not have\n"                                     \
     "  3  the project could not be read or written; nothing was changed, but with --keep-going what\n" \
     "     could be read\n"                                                                             \
-    "  4  some procedures were skipped and --strict was given; the others were edited\n"
+    "  4  some procedures were skipped and --strict was given; the others were "                       \
+    "edited\n" LINTARA_FAULT_STATUS
 
 #define LINTARA_READING_STATUSES                                   \
     "\nExit status:\n"                                             \

@@ -74,6 +74,7 @@ struct EditOptions {
     bool list = false;
     std::optional<std::filesystem::path> output;
     std::string backupSuffix;
+    std::vector<std::filesystem::path> allowedOutside;  // folders besides the project's that may be written
     bool exact = false;
     bool strict = false;
     double waitSeconds = 10;

@@ -66,6 +66,7 @@ std::expected<std::size_t, std::string> DescriptorSource::Read(std::span<char> b
 }
 
 std::expected<std::string, std::string> DescriptorSource::ReadAll() {
+    constexpr std::size_t mostInput = std::size_t{1} << 30;
     std::string bytes;
     std::array<char, 64 * 1024> block{};
     for (;;) {
@@ -77,6 +78,9 @@ std::expected<std::string, std::string> DescriptorSource::ReadAll() {
             return bytes;
         }
         bytes.append(block.data(), *count);
+        if (bytes.size() > mostInput) {
+            return std::unexpected("standard input is longer than 1 GiB, too long for source code");
+        }
     }
 }
 

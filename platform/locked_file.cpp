@@ -2,6 +2,8 @@
 
 #include "platform/locked_file.h"
 
+#include "base/uninterrupted.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -75,18 +77,23 @@ FileResult<std::string> ReadUpTo(int descriptor, std::size_t limit) {
 
 FileResult<void> WriteAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) {
+        const ssize_t written =
+            Uninterrupted([&] { return ::write(descriptor, bytes.data(), bytes.size()); });
+        if (written < 0) {
             return Failed("cannot be written");
         }
-        bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
+        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return {};
 }
 
+bool MakeFolder(const fs::path& folder) {
+    return Uninterrupted([&] { return ::mkdir(folder.c_str(), 0700); }) == 0 || errno == EEXIST;
+}
+
 // Makes the folder and those above it that are missing; for the user alone, as settings are.
 FileResult<void> MakeFolders(const fs::path& folder) {
-    if (folder.empty() || ::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) {
+    if (folder.empty() || MakeFolder(folder)) {
         return {};
     }
     if (errno != ENOENT || !folder.has_relative_path()) {
@@ -95,7 +102,7 @@ FileResult<void> MakeFolders(const fs::path& folder) {
     if (auto above = MakeFolders(folder.parent_path()); !above) {
         return above;
     }
-    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+    if (!MakeFolder(folder)) {
         return Failed("its folder cannot be made");
     }
     return {};
@@ -110,7 +117,8 @@ FileResult<int> OpenFile(const fs::path& path, int flags) {
             return std::unexpected(isFile.error());
         }
     }
-    return ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0600);
+    constexpr int always = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    return Uninterrupted([&] { return ::open(path.c_str(), flags | always, 0600); });
 }
 
 // Some network file systems lock only what is open for writing. A file that we may not write is opened all
@@ -155,7 +163,7 @@ bool IsNameOf(int descriptor, const fs::path& path) {
 void FlushFolder(const fs::path& folder) {
     const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.get() >= 0) {
-        (void)::fsync(opened.get());
+        (void)Uninterrupted([&] { return ::fsync(opened.get()); });
     }
 }
 
@@ -173,7 +181,8 @@ FileResult<void> WriteNew(int descriptor, int old, std::string_view bytes) {
         return written;
     }
     (void)!::fchown(descriptor, status.st_uid, status.st_gid);
-    if (::fchmod(descriptor, status.st_mode & 07777) != 0 || ::fsync(descriptor) != 0) {
+    if (Uninterrupted([&] { return ::fchmod(descriptor, status.st_mode & 07777); }) != 0 ||
+        Uninterrupted([&] { return ::fsync(descriptor); }) != 0) {
         return Failed("cannot be written");
     }
     return {};
@@ -247,18 +256,21 @@ FileResult<void> LockedFile::Replace(std::string_view bytes) const {
         return Failed("cannot be written");
     }
     RemoveLeftovers();
-    std::string name = target_.parent_path() / (LeftoverPrefix(target_) + "XXXXXX");
-    name += leftoverSuffix;
-    const Descriptor file(::mkostemps(name.data(), static_cast<int>(leftoverSuffix.size()), O_CLOEXEC));
+    std::string name;
+    const Descriptor file(Uninterrupted([&] {
+        name = target_.parent_path() / (LeftoverPrefix(target_) + "XXXXXX");
+        name += leftoverSuffix;
+        return ::mkostemps(name.data(), static_cast<int>(leftoverSuffix.size()), O_CLOEXEC);
+    }));
     if (file.get() < 0) {
         return Failed("no file can be made in its folder");
     }
     FileResult<void> written = WriteNew(file.get(), descriptor_, bytes);
-    if (written && ::rename(name.c_str(), target_.c_str()) != 0) {
+    if (written && Uninterrupted([&] { return ::rename(name.c_str(), target_.c_str()); }) != 0) {
         written = Failed("cannot be replaced");
     }
     if (!written) {
-        ::unlink(name.c_str());
+        (void)Uninterrupted([&] { return ::unlink(name.c_str()); });
         return written;
     }
     FlushFolder(target_.parent_path());
@@ -271,7 +283,7 @@ FileResult<fs::path> LockedFile::CopyAside() const {
         fs::path copy = target_;
         copy += number == 0 ? ".bad" : ".bad." + std::to_string(number);
         // A second name for it, as nothing is ever written into the file itself.
-        if (::link(target_.c_str(), copy.c_str()) == 0) {
+        if (Uninterrupted([&] { return ::link(target_.c_str(), copy.c_str()); }) == 0) {
             return copy;
         }
         if (errno == EEXIST) {

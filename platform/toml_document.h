@@ -26,8 +26,9 @@ class TomlDocument {
 
     // The text of the file in which `key` has that value and all others have what they had. Comments stay,
     // unless people wrote the section in a way that leaves no place for another key (as an inline table, or
-    // by dotted keys): then the file is written anew, without comments. Fails where Find fails: what people
-    // wrote there is not lost.
+    // by dotted keys): then the file is written anew, without comments. Fails where Find fails, and where a
+    // file that has to be written anew has a quoted key that the library for TOML writes so that it
+    // cannot be read: what people wrote there is not lost.
     [[nodiscard]] std::expected<std::string, TomlError> With(TextView section, TextView key,
                                                              TextView value) const;
 

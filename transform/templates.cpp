@@ -165,6 +165,7 @@ Text ReplaceAll(TextView text, TextView find, TextView replacement) {
         return Text(text);
     }
     Text result;
+    result.reserve(text.size() + replacement.size());
     std::size_t from = 0;
     for (std::size_t found = FindExactly(text, find); found != TextView::npos;
          found = FindExactly(text, find, from)) {

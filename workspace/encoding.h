@@ -5,7 +5,7 @@
 // the encoding leaves undefined becomes the C1 control of the same value (0x80 to 0x9F), or, where there is
 // none or the encoding has that control for something else, the lone low surrogate 0xDC00 + byte, which no
 // text holds otherwise. Encode is exact, too: a character that only resembles one of the encoding has no
-// bytes.
+// bytes, and a byte that is undefined by itself has none where its neighbours would make a character of it.
 #pragma once
 
 #include "base/text.h"

@@ -121,17 +121,13 @@ bool ParseLine(std::string_view line, Journal& journal) {
 }
 
 // A journal may come with a folder from anywhere. It must not lead to other files than a save makes.
-bool IsTemporaryName(const fs::path& path) {
-    const std::string name = path.filename().string();
-    return name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix);
-}
-
 bool IsHarmless(const Journal& journal) {
     const auto harmless = [](const Replacement& each) {
         const fs::path folder = each.target.parent_path();
         return !each.target.filename().empty() && IsTemporaryName(each.temporary) &&
                each.temporary.parent_path() == folder &&
-               (each.backup.empty() || each.backup.string().starts_with(each.target.string()));
+               (each.backup.empty() || (each.backup.parent_path() == folder &&
+                                        each.backup.string().starts_with(each.target.string())));
     };
     const auto isLink = [](const fs::path& link) { return link.filename() == journalLinkName; };
     return std::ranges::all_of(journal.replacements, harmless) && std::ranges::all_of(journal.links, isLink);
@@ -148,6 +144,11 @@ bool IsCommitted(std::string_view bytes) {
 }
 
 }  // namespace
+
+bool IsTemporaryName(const fs::path& path) {
+    const std::string name = path.filename().string();
+    return name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix);
+}
 
 ContentMark MarkOf(std::string_view bytes) {
     return {bytes.size(), Checksum(bytes)};

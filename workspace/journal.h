@@ -24,6 +24,7 @@ inline constexpr const char* journalLinkName = ".lintara-journal-link";
 // Names of temporary files begin and end so.
 inline constexpr std::string_view temporaryPrefix = ".lintara-";
 inline constexpr std::string_view temporarySuffix = ".tmp";
+[[nodiscard]] bool IsTemporaryName(const std::filesystem::path& path);
 
 struct ContentMark {
     std::uint64_t size = 0;

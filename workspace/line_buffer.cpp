@@ -46,8 +46,8 @@ char* LineBuffer::Arena::Allocate(std::size_t size) {
     return place;
 }
 
-LineBuffer::LineBuffer(std::string file, std::size_t codeBegin, EncodingPtr encoding)
-    : file_(std::move(file)), encoding_(std::move(encoding)) {
+LineBuffer::LineBuffer(std::string_view file, std::size_t codeBegin, EncodingPtr encoding)
+    : file_(file), encoding_(std::move(encoding)) {
     static constexpr std::array<TextView, 3> endings{u"\r\n", u"\n", u"\r"};
     for (std::size_t i = 0; i < endings.size(); ++i) {
         // Every encoding that a component can have writes line endings.
@@ -61,14 +61,13 @@ void LineBuffer::SplitLines(std::size_t codeBegin) {
     prefixSize_ = codeBegin;
     std::vector<Record> records;
     // As many as nearly every file has lines; only files with a lone CR in them have more.
-    records.reserve(
-        static_cast<std::size_t>(std::ranges::count(std::string_view(file_).substr(codeBegin), '\n')) + 1);
+    records.reserve(static_cast<std::size_t>(std::ranges::count(file_.substr(codeBegin), '\n')) + 1);
     std::string attributeBytes;
     [[maybe_unused]] const bool written = encoding_->Encode(attributeWord, attributeBytes);
     Text decoded;
     for (std::size_t at = codeBegin; at < file_.size();) {
         const RawLine raw = NextRawLine(file_, at, *encoding_);
-        const std::string_view bytes(file_.data() + raw.begin, raw.end - raw.begin);
+        const std::string_view bytes = file_.substr(raw.begin, raw.end - raw.begin);
         at = raw.next;
         if (bytes.starts_with(attributeBytes)) {
             encoding_->Decode(bytes, decoded);
@@ -78,7 +77,7 @@ void LineBuffer::SplitLines(std::size_t codeBegin) {
                 } else {
                     records.back().tailSize +=
                         static_cast<std::uint32_t>(raw.next - raw.begin) & tailSizeMask;
-                    hiddenBehind_.push_back(records.back().origin);
+                    shown_.hiddenBehind.push_back(records.back().origin);
                 }
                 continue;
             }
@@ -95,16 +94,17 @@ void LineBuffer::SplitLines(std::size_t codeBegin) {
         records.back().bare = EndsWithLineEnding(records.back().tail()) ? 0 : 1;
     }
     records_ = GapBuffer<Record>(std::move(records));
-    NoteHeadEnding();
+    NoteHead();
 }
 
-void LineBuffer::NoteHeadEnding() {
+void LineBuffer::NoteHead() {
     const auto mark = DetectByteOrderMark(file_);
-    markSize_ = std::min(mark ? mark->length : 0, prefixSize_);
-    if (prefixSize_ == markSize_) {
+    const std::size_t markSize = std::min(mark ? mark->length : 0, prefixSize_);
+    shown_.headLines = CountBreaks(file_.substr(markSize, prefixSize_ - markSize));
+    if (prefixSize_ == markSize) {
         return;
     }
-    const std::string_view prefix(file_.data(), prefixSize_);
+    const std::string_view prefix = file_.substr(0, prefixSize_);
     for (const Ending ending : {Ending::CrLf, Ending::Lf, Ending::Cr}) {
         if (!prefixEnding_ && prefix.ends_with(Bytes(ending))) {
             prefixEnding_ = ending;
@@ -247,7 +247,7 @@ bool LineBuffer::StartsWithLineFeed(const Record& record) const {
 // An edit can bring a line that ends in CR and an empty one that ends in LF together, which would be one line
 // when the file is read again. One of both is given CR LF, the edited one if that tells them apart.
 void LineBuffer::AppendBytes(std::string& bytes) const {
-    std::string_view run(file_.data(), prefixSize_);  // what was passed and lies in one piece
+    std::string_view run = file_.substr(0, prefixSize_);  // what was passed and lies in one piece
     if (prefixLacksEnding_ && count() > 0) {
         bytes += run;
         run = NewLineEnding();
@@ -279,6 +279,14 @@ void LineBuffer::AppendBytes(std::string& bytes) const {
     bytes += run;
 }
 
+std::size_t LineBuffer::CountBytes() const {
+    std::size_t size = prefixSize_;
+    for (std::size_t i = 0; i < records_.size(); ++i) {
+        size += records_[i].textSize + records_[i].tailSize;
+    }
+    return size;
+}
+
 std::string_view LineBuffer::EndingOfBareLine(const Record& record, std::string_view above) const {
     const std::string_view ending = NewLineEnding();
     const bool wouldJoin = record.textSize == 0 && record.tailSize == 0 && ending == Bytes(Ending::Lf) &&
@@ -306,25 +314,13 @@ std::int64_t LineBuffer::CountBreaks(std::string_view bytes) const {
     return lines;
 }
 
-std::int64_t LineBuffer::HeadLines() const {
-    if (headLines_ < 0) {
-        headLines_ = CountBreaks({file_.data() + markSize_, prefixSize_ - markSize_});
-    }
-    return headLines_;
-}
-
 std::int64_t LineBuffer::FileLine(Line line) const {
-    std::int64_t result = 1 + HeadLines();
+    std::int64_t result = 1 + shown_.headLines;
     for (Line before{1}; before < line; ++before) {
         const std::string_view tail = At(before).tail();
         result += tail.empty() ? 1 : CountBreaks(tail);
     }
     return result;
-}
-
-std::int64_t LineBuffer::OriginalFileLine(Line origin) const {
-    const auto hidden = std::ranges::lower_bound(hiddenBehind_, origin.value()) - hiddenBehind_.begin();
-    return HeadLines() + origin.value() + hidden;
 }
 
 }  // namespace lintara::workspace

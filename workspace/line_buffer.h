@@ -1,7 +1,7 @@
 // The shown lines of a component as ranges of bytes in the file's own encoding. It knows nothing of the
 // language: Module and its indexes build on it.
 //
-// A line is a view into the file's buffer until it is edited; then it is a view into an arena of the buffer's
+// A line is a view into the file's bytes until it is edited; then it is a view into an arena of the buffer's
 // own. What follows a line's text up to the next shown line, its line ending and the lines that the IDE hides
 // behind it, is the line's tail: it moves and goes with the line and is never decoded.
 #pragma once
@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "workspace/encoding.h"
 #include "workspace/gap_buffer.h"
+#include "workspace/shown_lines.h"
 
 #include <array>
 #include <cstddef>
@@ -25,8 +26,8 @@ namespace lintara::workspace {
 
 class LineBuffer {
   public:
-    // The lines of `file` from byte `codeBegin` on.
-    LineBuffer(std::string file, std::size_t codeBegin, EncodingPtr encoding);
+    // The lines of `file`, which must outlive the buffer, from byte `codeBegin` on.
+    LineBuffer(std::string_view file, std::size_t codeBegin, EncodingPtr encoding);
 
     [[nodiscard]] std::int32_t count() const { return static_cast<std::int32_t>(records_.size()); }
     [[nodiscard]] Line last() const { return Line{count()}; }
@@ -42,13 +43,11 @@ class LineBuffer {
     void Delete(Line line, std::int32_t lineCount);
 
     [[nodiscard]] bool edited() const { return edited_; }
-    [[nodiscard]] const std::string& file() const { return file_; }
     [[nodiscard]] const Encoding& encoding() const { return *encoding_; }
-    [[nodiscard]] const EncodingPtr& sharedEncoding() const { return encoding_; }
-    // The bytes ahead of the first shown line, the byte order mark included.
-    [[nodiscard]] std::size_t codeBegin() const { return prefixSize_; }
     // The file as it would be written now; every line that no edit touched byte for byte.
     void AppendBytes(std::string& bytes) const;
+    // How many bytes these are, but for a line ending that has to be added here and there.
+    [[nodiscard]] std::size_t CountBytes() const;
 
     // The first line that its encoding cannot write.
     [[nodiscard]] std::optional<Line> FirstUnencodable() const;
@@ -57,8 +56,8 @@ class LineBuffer {
 
     // Which line `line` was before any edit: 0 for an inserted one.
     [[nodiscard]] Line OriginOf(Line line) const { return Line{At(line).origin}; }
-    // The physical line of the file, from 1, on which a line stood before any edit.
-    [[nodiscard]] std::int64_t OriginalFileLine(Line origin) const;
+    // Where the lines stood before any edit.
+    [[nodiscard]] const ShownLines& originalLines() const { return shown_; }
 
   private:
     enum class Ending : unsigned char { CrLf, Lf, Cr };
@@ -96,8 +95,7 @@ class LineBuffer {
 
     void SplitLines(std::size_t codeBegin);
     [[nodiscard]] std::int64_t CountBreaks(std::string_view bytes) const;
-    [[nodiscard]] std::int64_t HeadLines() const;
-    void NoteHeadEnding();
+    void NoteHead();
     [[nodiscard]] Record MakeRecord(TextView text, std::string_view tail);
     [[nodiscard]] std::optional<Ending> EndingOf(std::string_view tail) const;
     [[nodiscard]] bool EndsWithLineEnding(std::string_view bytes) const;
@@ -109,11 +107,10 @@ class LineBuffer {
     [[nodiscard]] bool StartsWithLineFeed(const Record& record) const;
     [[nodiscard]] std::string_view EndingOfBareLine(const Record& record, std::string_view above) const;
 
-    std::string file_;
+    std::string_view file_;
     EncodingPtr encoding_;
     std::array<std::string, 3> endings_;  // the bytes of each Ending
     std::string underscore_;
-    std::size_t markSize_ = 0;    // of the byte order mark
     std::size_t prefixSize_ = 0;  // the bytes ahead of the first shown line, the mark included
     GapBuffer<Record> records_;
     std::array<std::int32_t, 3> endingCounts_{};
@@ -122,8 +119,7 @@ class LineBuffer {
     Arena arena_;
     std::size_t arenaLive_ = 0;  // bytes of the arena that records use
     std::int32_t unencodable_ = 0;
-    std::vector<std::int32_t> hiddenBehind_;  // for each hidden line of the file, the shown one above it
-    mutable std::int64_t headLines_ = -1;  // physical lines ahead of the first shown one; -1: not counted yet
+    ShownLines shown_;
     bool edited_ = false;
     std::string scratch_;
 };

@@ -52,11 +52,8 @@ std::vector<TextView> SplitLines(TextView text) {
 }  // namespace
 
 struct Module::Parts {
-    Parts(std::string bytes, std::size_t codeBegin, EncodingPtr encoding)
-        : lines(std::move(bytes), codeBegin, std::move(encoding)),
-          index(lines),
-          gathered(lines),
-          finder(lines) {}
+    Parts(std::string_view bytes, std::size_t codeBegin, EncodingPtr encoding)
+        : lines(bytes, codeBegin, std::move(encoding)), index(lines), gathered(lines), finder(lines) {}
 
     [[nodiscard]] bool Exist(Line line, std::int32_t count) const {
         return line >= Line{1} && count >= 0 && line.value() - 1 <= lines.count() - count;
@@ -213,7 +210,17 @@ void Module::Parts::TellFinder(Line line, std::span<const TextView> newLines) co
 }
 
 Module::Module(std::string bytes, std::size_t codeBegin, EncodingPtr encoding)
-    : parts_(std::make_unique<Parts>(std::move(bytes), codeBegin, std::move(encoding))) {}
+    : original_(std::move(bytes)),
+      encoding_(std::move(encoding)),
+      codeBegin_(codeBegin),
+      parts_(std::make_unique<Parts>(original_, codeBegin_, encoding_)) {}
+
+Module::Parts& Module::parts() const {
+    if (!parts_) {
+        parts_ = std::make_unique<Parts>(current_ ? *current_ : original_, codeBegin_, encoding_);
+    }
+    return *parts_;
+}
 
 std::unique_ptr<Module> Module::FromText(TextView text) {
     std::string bytes;
@@ -225,21 +232,21 @@ std::unique_ptr<Module> Module::FromText(TextView text) {
 Module::~Module() = default;
 
 std::int32_t Module::CountOfLines() const {
-    return parts_->lines.count();
+    return parts().lines.count();
 }
 
 Result<Text> Module::Lines(Line startLine, std::int32_t count) const {
-    if (!parts_->Exist(startLine, count)) {
+    if (!parts().Exist(startLine, count)) {
         return NoSuchLine();
     }
     Text result;
     if (count == 0) {
         return result;
     }
-    parts_->lines.Read(startLine, result);
+    parts().lines.Read(startLine, result);
     Text text;
     for (std::int32_t i = 1; i < count; ++i) {
-        parts_->lines.Read(startLine + i, text);
+        parts().lines.Read(startLine + i, text);
         result += lineBreak;
         result += text;
     }
@@ -247,7 +254,7 @@ Result<Text> Module::Lines(Line startLine, std::int32_t count) const {
 }
 
 Result<void> Module::InsertLines(Line line, TextView text) {
-    if (!parts_->Exist(line, 0)) {
+    if (!parts().Exist(line, 0)) {
         return NoSuchLine();
     }
     if (text.size() > longestText) {
@@ -256,32 +263,32 @@ Result<void> Module::InsertLines(Line line, TextView text) {
     Text recased(text);
     SetKeywordCase(recased, {0, recased.size()});
     const std::vector<TextView> newLines = SplitLines(recased);
-    const bool lastContinued = parts_->ContinuesInto(line);
-    parts_->BeforeEdit(line);
-    parts_->lines.Insert(line, newLines);
-    parts_->LinesChanged(line, 0, static_cast<std::int32_t>(newLines.size()), lastContinued);
-    parts_->finder.LinesMoved(line, 0, static_cast<std::int32_t>(newLines.size()));
-    parts_->TellFinder(line, newLines);
+    const bool lastContinued = parts().ContinuesInto(line);
+    parts().BeforeEdit(line);
+    parts().lines.Insert(line, newLines);
+    parts().LinesChanged(line, 0, static_cast<std::int32_t>(newLines.size()), lastContinued);
+    parts().finder.LinesMoved(line, 0, static_cast<std::int32_t>(newLines.size()));
+    parts().TellFinder(line, newLines);
     return {};
 }
 
 Result<void> Module::DeleteLines(Line startLine, std::int32_t count) {
-    if (!parts_->Exist(startLine, count)) {
+    if (!parts().Exist(startLine, count)) {
         return NoSuchLine();
     }
     if (count == 0) {
         return {};
     }
-    const bool lastContinued = parts_->ContinuesInto(startLine + count);
-    parts_->BeforeEdit(startLine);
-    parts_->lines.Delete(startLine, count);
-    parts_->LinesChanged(startLine, count, 0, lastContinued);
-    parts_->finder.LinesMoved(startLine, count, 0);
+    const bool lastContinued = parts().ContinuesInto(startLine + count);
+    parts().BeforeEdit(startLine);
+    parts().lines.Delete(startLine, count);
+    parts().LinesChanged(startLine, count, 0, lastContinued);
+    parts().finder.LinesMoved(startLine, count, 0);
     return {};
 }
 
 Result<void> Module::ReplaceLine(Line line, TextView text) {
-    if (!parts_->Exist(line, 1)) {
+    if (!parts().Exist(line, 1)) {
         return NoSuchLine();
     }
     if (text.size() > longestText) {
@@ -296,95 +303,95 @@ Result<void> Module::ReplaceLine(Line line, TextView text) {
 }
 
 void Module::ReplaceByOne(Line line, TextView text) {
-    Text& old = parts_->oldLine;
-    Text& recased = parts_->newLine;
-    parts_->lines.Read(line, old);
+    Text& old = parts().oldLine;
+    Text& recased = parts().newLine;
+    parts().lines.Read(line, old);
     const TextPart changed = ChangedPart(old, text);
     recased = text;
     SetKeywordCase(recased, changed);
     if (recased == old) {
         return;
     }
-    parts_->BeforeEdit(line);
-    parts_->lines.Replace(line, recased);
-    parts_->LineReplaced(line, old, recased);
-    parts_->finder.TextChanged(line, recased);
+    parts().BeforeEdit(line);
+    parts().lines.Replace(line, recased);
+    parts().LineReplaced(line, old, recased);
+    parts().finder.TextChanged(line, recased);
 }
 
 void Module::ReplaceBySeveral(Line line, TextView text) {
-    Text& old = parts_->oldLine;
-    parts_->lines.Read(line, old);
+    Text& old = parts().oldLine;
+    parts().lines.Read(line, old);
     Text recased(text);
     SetKeywordCase(recased, ChangedPart(old, text));
     const std::vector<TextView> newLines = SplitLines(recased);
     const auto count = static_cast<std::int32_t>(newLines.size());
-    parts_->BeforeEdit(line);
-    parts_->lines.Replace(line, newLines.front());
-    parts_->lines.Insert(line + 1, std::span(newLines).subspan(1));
-    parts_->LinesChanged(line, 1, count, Continues(old));
-    parts_->finder.LinesMoved(line + 1, 0, count - 1);
-    parts_->TellFinder(line, newLines);
+    parts().BeforeEdit(line);
+    parts().lines.Replace(line, newLines.front());
+    parts().lines.Insert(line + 1, std::span(newLines).subspan(1));
+    parts().LinesChanged(line, 1, count, Continues(old));
+    parts().finder.LinesMoved(line + 1, 0, count - 1);
+    parts().TellFinder(line, newLines);
 }
 
 Result<void> Module::RestoreLine(Line line, TextView text) {
-    if (!parts_->Exist(line, 1)) {
+    if (!parts().Exist(line, 1)) {
         return NoSuchLine();
     }
     if (text.size() > longestText || text.contains(lineBreak)) {
         return Failure(ErrorNumber::InvalidArgument, "the text is no line");
     }
-    parts_->lines.Read(line, parts_->oldLine);
-    parts_->BeforeEdit(line);
-    parts_->lines.Replace(line, text);
-    parts_->LineReplaced(line, parts_->oldLine, text);
-    parts_->finder.TextChanged(line, text);
+    parts().lines.Read(line, parts().oldLine);
+    parts().BeforeEdit(line);
+    parts().lines.Replace(line, text);
+    parts().LineReplaced(line, parts().oldLine, text);
+    parts().finder.TextChanged(line, text);
     return {};
 }
 
 std::int32_t Module::CountOfDeclarationLines() const {
-    return parts_->Declared().countOfLines;
+    return parts().Declared().countOfLines;
 }
 
 Result<Line> Module::ProcStartLine(TextView name, MemberKind kind) const {
-    const auto procedure = parts_->Procedures().Find(name, kind);
+    const auto procedure = parts().Procedures().Find(name, kind);
     if (!procedure) {
         return NoSuchProcedure();
     }
-    return parts_->StartOf(*procedure);
+    return parts().StartOf(*procedure);
 }
 
 Result<Line> Module::ProcBodyLine(TextView name, MemberKind kind) const {
-    const auto procedure = parts_->Procedures().Find(name, kind);
+    const auto procedure = parts().Procedures().Find(name, kind);
     if (!procedure) {
         return NoSuchProcedure();
     }
-    return parts_->Procedures().HeaderOf(*procedure);
+    return parts().Procedures().HeaderOf(*procedure);
 }
 
 Result<std::int32_t> Module::ProcCountLines(TextView name, MemberKind kind) const {
-    const auto procedure = parts_->Procedures().Find(name, kind);
+    const auto procedure = parts().Procedures().Find(name, kind);
     if (!procedure) {
         return NoSuchProcedure();
     }
-    const bool isLast = *procedure + 1 == parts_->Procedures().size();
-    const Line last = isLast ? parts_->lines.last() : parts_->Procedures().LastLineOf(*procedure);
-    return last - parts_->StartOf(*procedure) + 1;
+    const bool isLast = *procedure + 1 == parts().Procedures().size();
+    const Line last = isLast ? parts().lines.last() : parts().Procedures().LastLineOf(*procedure);
+    return last - parts().StartOf(*procedure) + 1;
 }
 
 Result<Text> Module::ProcOfLine(Line line, MemberKind& kind) const {
-    if (!parts_->Exist(line, 1)) {
+    if (!parts().Exist(line, 1)) {
         return NoSuchLine();
     }
-    const auto procedure = parts_->ProcedureAt(line);
+    const auto procedure = parts().ProcedureAt(line);
     if (!procedure) {
         return Text();
     }
-    kind = parts_->Procedures().KindOf(*procedure);
-    return parts_->Procedures().NameOf(*procedure);
+    kind = parts().Procedures().KindOf(*procedure);
+    return parts().Procedures().NameOf(*procedure);
 }
 
 bool Module::Find(TextView target, Position& start, Position& end, hostmodel::FindOptions options) const {
-    const auto match = parts_->finder.Find(target, start, end, options);
+    const auto match = parts().finder.Find(target, start, end, options);
     if (!match) {
         return false;
     }
@@ -394,37 +401,37 @@ bool Module::Find(TextView target, Position& start, Position& end, hostmodel::Fi
 }
 
 void Module::ForgetSearches() const {
-    parts_->finder.Forget();
+    parts().finder.Forget();
 }
 
 std::vector<ProcedureInfo> Module::Procedures() const {
     std::vector<ProcedureInfo> procedures;
-    procedures.reserve(parts_->Procedures().size());
-    for (std::size_t i = 0; i < parts_->Procedures().size(); ++i) {
-        procedures.push_back(parts_->InfoOf(i));
+    procedures.reserve(parts().Procedures().size());
+    for (std::size_t i = 0; i < parts().Procedures().size(); ++i) {
+        procedures.push_back(parts().InfoOf(i));
     }
     return procedures;
 }
 
 std::size_t Module::CountOfProcedures() const {
-    return parts_->Procedures().size();
+    return parts().Procedures().size();
 }
 
 ProcedureInfo Module::Procedure(std::size_t number) const {
-    return parts_->InfoOf(number);
+    return parts().InfoOf(number);
 }
 
 std::optional<ProcedureInfo> Module::ProcedureAt(Line line) const {
-    const auto procedure = parts_->ProcedureAt(line);
-    return procedure ? std::optional(parts_->InfoOf(*procedure)) : std::nullopt;
+    const auto procedure = parts().ProcedureAt(line);
+    return procedure ? std::optional(parts().InfoOf(*procedure)) : std::nullopt;
 }
 
 std::vector<MemberInfo> Module::MemberList() const {
-    std::vector<MemberInfo> members = parts_->Declared().members;
-    const ProcedureIndex& procedures = parts_->Procedures();
+    std::vector<MemberInfo> members = parts().Declared().members;
+    const ProcedureIndex& procedures = parts().Procedures();
     for (std::size_t i = 0; i < procedures.size(); ++i) {
-        const MemberInfo member = parts_->MemberOf(i);
-        if (member.type == MemberType::Method || parts_->IsFirstOfProperty(i)) {
+        const MemberInfo member = parts().MemberOf(i);
+        if (member.type == MemberType::Method || parts().IsFirstOfProperty(i)) {
             members.push_back(member);
         }
     }
@@ -432,17 +439,17 @@ std::vector<MemberInfo> Module::MemberList() const {
 }
 
 std::optional<MemberInfo> Module::FindMember(TextView name) const {
-    const workspace::Declarations& declared = parts_->Declared();
-    const auto entry = parts_->declaredNames.find(FoldCase(name));
-    if (entry != parts_->declaredNames.end()) {
+    const workspace::Declarations& declared = parts().Declared();
+    const auto entry = parts().declaredNames.find(FoldCase(name));
+    if (entry != parts().declaredNames.end()) {
         return declared.members[entry->second];
     }
-    const auto procedure = parts_->Procedures().Find(name, std::nullopt);
-    return procedure ? std::optional(parts_->MemberOf(*procedure)) : std::nullopt;
+    const auto procedure = parts().Procedures().Find(name, std::nullopt);
+    return procedure ? std::optional(parts().MemberOf(*procedure)) : std::nullopt;
 }
 
 void Module::ReadLine(Line line, Text& text) const {
-    parts_->lines.Read(line, text);
+    parts().lines.Read(line, text);
 }
 
 Text Module::AllText() const {
@@ -450,31 +457,56 @@ Text Module::AllText() const {
 }
 
 bool Module::edited() const {
-    return parts_->lines.edited();
+    return current_.has_value() || (parts_ && parts_->lines.edited());
 }
 
 const std::string& Module::originalBytes() const {
-    return parts_->lines.file();
+    return original_;
+}
+
+std::unique_ptr<Module> Module::AsLoaded() const {
+    return std::make_unique<Module>(original_, codeBegin_, encoding_);
 }
 
 std::unique_ptr<Module> Module::Saved() const {
     std::string bytes;
     AppendCurrentBytes(bytes);
-    return std::make_unique<Module>(std::move(bytes), parts_->lines.codeBegin(),
-                                    parts_->lines.sharedEncoding());
+    return std::make_unique<Module>(std::move(bytes), codeBegin_, encoding_);
 }
 
 void Module::AppendCurrentBytes(std::string& bytes) const {
+    if (parts_) {
+        parts_->lines.AppendBytes(bytes);
+    } else {
+        bytes += current_ ? *current_ : original_;
+    }
+}
+
+void Module::KeepBytesOnly() {
+    if (!parts_ || parts_->lines.FirstUnencodable()) {
+        return;
+    }
+    std::string bytes;
+    bytes.reserve(parts_->lines.CountBytes());
     parts_->lines.AppendBytes(bytes);
+    if (!current_) {
+        originalLines_ = parts_->lines.originalLines();
+    }
+    parts_.reset();
+    if (bytes == original_) {
+        current_.reset();
+    } else {
+        current_ = std::move(bytes);
+    }
 }
 
 std::optional<Unencodable> Module::FirstUnencodable() const {
-    const auto line = parts_->lines.FirstUnencodable();
+    const auto line = parts_ ? parts_->lines.FirstUnencodable() : std::nullopt;
     if (!line) {
         return std::nullopt;
     }
     Text text;
-    parts_->lines.Read(*line, text);
+    parts().lines.Read(*line, text);
     const std::size_t at = encoding().FirstUnencodable(text).value_or(0);
     char32_t character = at < text.size() ? text[at] : 0;
     if (at + 1 < text.size() && (text[at] & 0xFC00U) == 0xD800U && (text[at + 1] & 0xFC00U) == 0xDC00U) {
@@ -484,19 +516,20 @@ std::optional<Unencodable> Module::FirstUnencodable() const {
 }
 
 std::int64_t Module::FileLine(Line line) const {
-    return parts_->lines.FileLine(line);
+    return parts().lines.FileLine(line);
 }
 
 Line Module::OriginOf(Line line) const {
-    return parts_->lines.OriginOf(line);
+    return parts().lines.OriginOf(line);
 }
 
 std::int64_t Module::OriginalFileLine(Line origin) const {
-    return parts_->lines.OriginalFileLine(origin);
+    const ShownLines& shown = parts_ && !current_ ? parts_->lines.originalLines() : originalLines_;
+    return shown.FileLine(origin);
 }
 
 const Encoding& Module::encoding() const {
-    return parts_->lines.encoding();
+    return *encoding_;
 }
 
 }  // namespace lintara::workspace

@@ -15,6 +15,7 @@
 #include "hostmodel/member_kind.h"
 #include "workspace/declarations.h"
 #include "workspace/encoding.h"
+#include "workspace/shown_lines.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -104,6 +105,13 @@ class Module {
     // The file's bytes when it was loaded, and as a save would write them now.
     [[nodiscard]] const std::string& originalBytes() const;
     void AppendCurrentBytes(std::string& bytes) const;
+    // To be called when the edits are done: frees all but both of these, which is most of the memory. Lines
+    // are those of the bytes that a save would write from then on, and read anew when they are asked for;
+    // where they were before any edit is forgotten. A module with a line that a save could not write is left
+    // alone.
+    void KeepBytesOnly();
+    // The module as it was loaded. It may be called while another thread edits this one.
+    [[nodiscard]] std::unique_ptr<Module> AsLoaded() const;
     // The module of the bytes that a save would write now, its head where it was.
     [[nodiscard]] std::unique_ptr<Module> Saved() const;
     // The first character that a save could not write; then the file must stay as it is.
@@ -120,9 +128,16 @@ class Module {
   private:
     struct Parts;
 
+    [[nodiscard]] Parts& parts() const;
     void ReplaceByOne(Line line, TextView text);
     void ReplaceBySeveral(Line line, TextView text);
-    std::unique_ptr<Parts> parts_;
+
+    const std::string original_;
+    EncodingPtr encoding_;
+    std::size_t codeBegin_;
+    mutable std::unique_ptr<Parts> parts_;  // null when only the bytes were kept
+    std::optional<std::string> current_;    // of a module that was edited, when only the bytes were kept
+    ShownLines originalLines_;              // when only the bytes were kept
 };
 
 }  // namespace lintara::workspace

@@ -176,31 +176,38 @@ void MultiByteEncoding::Decode(std::string_view bytes, Text& text) const {
 bool MultiByteEncoding::Encode(TextView text, std::string& bytes) const {
     const std::size_t before = bytes.size();
     bytes.resize(before + text.size());
-    std::size_t at = NarrowAscii(text.data(), text.size(), bytes.data() + before);
-    bytes.resize(before + at);
-    if (at == text.size()) {
+    const std::size_t ascii = NarrowAscii(text.data(), text.size(), bytes.data() + before);
+    bytes.resize(before + ascii);
+    if (ascii == text.size()) {
         return true;
     }
-    const Borrowed converter(*this);
-    while (at < text.size()) {
-        if (!EncodeNext(converter.get(), text, at, bytes)) {
-            bytes.resize(before);
-            return false;
-        }
+    if (EncodeFrom(ascii, text, bytes)) {
+        bytes.resize(before);
+        return false;
     }
     return true;
 }
 
 std::optional<std::size_t> MultiByteEncoding::FirstUnencodable(TextView text) const {
-    const Borrowed converter(*this);
     std::string ignored;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t start = at;
-        if (!EncodeNext(converter.get(), text, at, ignored)) {
-            return start;
+    return EncodeFrom(0, text, ignored);
+}
+
+std::optional<std::size_t> MultiByteEncoding::EncodeFrom(std::size_t at, TextView text,
+                                                         std::string& bytes) const {
+    const std::size_t before = bytes.size() - at;
+    {
+        const Borrowed converter(*this);
+        while (at < text.size()) {
+            const std::size_t start = at;
+            if (!EncodeNext(converter.get(), text, at, bytes)) {
+                return start;
+            }
         }
     }
-    return std::nullopt;
+    Text again;
+    Decode(std::string_view(bytes).substr(before), again);
+    return FirstMisread(text, again);
 }
 
 }  // namespace lintara::workspace

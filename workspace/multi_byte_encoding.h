@@ -31,6 +31,11 @@ class MultiByteEncoding final : public Encoding {
   private:
     class Borrowed;
 
+    // Appends the bytes of `text` from `at` on; what stands before it is ASCII, and its bytes end `bytes`.
+    // The first character without bytes, if any; then `bytes` has those of the ones before it.
+    [[nodiscard]] std::optional<std::size_t> EncodeFrom(std::size_t at, TextView text,
+                                                        std::string& bytes) const;
+
     std::string name_;
     // A converter has state while it converts, so each call borrows one that nobody else uses.
     mutable std::mutex mutex_;

@@ -1,14 +1,18 @@
 #include "workspace/open.h"
 
 #include "workspace/component_file.h"
+#include "workspace/copy_mark.h"
+#include "workspace/limits.h"
 #include "workspace/parallel.h"
 #include "workspace/project_folders.h"
 #include "workspace/project_plan.h"
 #include "workspace/read_file.h"
 #include "workspace/recovery.h"
 #include "workspace/save.h"
+#include "workspace/writable_area.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <map>
@@ -54,17 +58,39 @@ void Parse(const EncodingPtr& codePage, std::string bytes, Loaded& loaded) {
     }
     component->type = file->type;
     component->path = path;
+    component->projectFileLine = loaded.plan->entry.line;
     component->designer = std::move(file->designer);
     component->module =
         std::make_unique<Module>(std::move(bytes), file->codeBegin, std::move(file->encoding));
     loaded.component = std::move(component);
 }
 
-void Load(const EncodingPtr& codePage, Loaded& loaded) {
+bool HasTooManyLines(std::string_view bytes) {
+    return bytes.size() > mostLines &&
+           std::cmp_greater(std::max(std::ranges::count(bytes, '\n'), std::ranges::count(bytes, '\r')),
+                            mostLines);
+}
+
+// `left` is how many bytes may be read, by all threads.
+void Load(const EncodingPtr& codePage, std::atomic<std::int64_t>& left, Loaded& loaded) {
     const fs::path& path = loaded.plan->path;
-    auto content = ReadFile(path);
+    auto content = left < 0 ? std::unexpected(std::string()) : ReadFile(path, largestComponent);
+    if (content) {
+        left -= static_cast<std::int64_t>(content->bytes.size());
+    }
+    if (left < 0) {
+        loaded.error = Diagnostic{
+            path, 0,
+            "is too much: what is opened together may have " + std::to_string(largestOpening >> 20) + " MiB"};
+        return;
+    }
     if (!content) {
         loaded.error = Diagnostic{path, 0, std::move(content.error())};
+        return;
+    }
+    if (HasTooManyLines(content->bytes)) {
+        loaded.error =
+            Diagnostic{path, 0, "has more than " + std::to_string(mostLines) + " lines, too many for code"};
         return;
     }
     Parse(codePage, std::move(content->bytes), loaded);
@@ -124,7 +150,7 @@ class Opener {
   private:
     void LoadAll();
     void CheckAll();
-    void AddAll();
+    void AddAll(const fs::path& tree);
     [[nodiscard]] bool AnyChanged() const;
 
     Workspace& workspace_;
@@ -139,13 +165,14 @@ class Opener {
 
 void Opener::LoadAll() {
     loaded_.clear();
+    std::atomic<std::int64_t> left = largestOpening;
     for (const PlannedProject& project : plan_.projects) {
         for (const PlannedComponent& component : project.components) {
             loaded_.push_back({&component, nullptr, {}, std::nullopt});
         }
     }
     InParallel(
-        loaded_.size(), [&](std::size_t i) { Load(codePage_, loaded_[i]); },
+        loaded_.size(), [&](std::size_t i) { Load(codePage_, left, loaded_[i]); },
         [&](std::size_t done) {
             if (options_.progress) {
                 options_.progress(done, loaded_.size());
@@ -191,12 +218,13 @@ void Opener::CheckAll() {
     }
 }
 
-void Opener::AddAll() {
+void Opener::AddAll(const fs::path& tree) {
     const bool isFirst = workspace_.activeProject() == nullptr;
     auto next = loaded_.begin();
     for (std::size_t i = 0; i < plan_.projects.size(); ++i) {
         const PlannedProject& planned = plan_.projects[i];
         auto project = std::make_unique<Project>(planned.name, planned.path);
+        project->SetTree(tree);
         for (std::size_t count = planned.components.size(); count > 0; --count, ++next) {
             if (next->component) {
                 project->Add(std::move(next->component));
@@ -237,7 +265,7 @@ Opener::Outcome Opener::TryOpen(const fs::path& path) {
     if (!errors_.empty()) {
         return Outcome::Failed;
     }
-    AddAll();
+    AddAll(TreeOf(path));
     return Outcome::Opened;
 }
 
@@ -265,6 +293,9 @@ std::expected<Diagnostics, Diagnostics> Open(Workspace& workspace, const fs::pat
             for (const std::string& line : *done) {
                 recovered.push_back({path, 0, line});
             }
+        }
+        if (auto incomplete = FindIncompleteCopy(*folders)) {
+            return std::unexpected(Diagnostics{*std::move(incomplete)});
         }
         switch (opener.TryOpen(path)) {
             case Opener::Outcome::Opened:

@@ -2,6 +2,7 @@
 
 #include "workspace/characters.h"
 #include "workspace/encoding.h"
+#include "workspace/limits.h"
 
 #include <algorithm>
 #include <system_error>
@@ -112,6 +113,16 @@ std::expected<fs::path, PathResolver::Failure> PathResolver::Resolve(const fs::p
     constexpr std::string_view separators = "\\/";
     if (HasDrive(written)) {
         return Missing("the path is on a drive of another machine");
+    }
+    // What a network shows under such a name, an automatic mount would ask strangers for.
+    if (written.size() > 1 && separators.contains(written[0]) && separators.contains(written[1])) {
+        return Missing("the path is on another machine of a network");
+    }
+    if (written.contains('\0')) {
+        return Missing("no path holds a NUL character");
+    }
+    if (written.size() > longestPath) {
+        return Missing("the path is longer than " + std::to_string(longestPath) + " bytes");
     }
     fs::path place = !written.empty() && separators.contains(written.front()) ? fs::path("/") : folder;
     for (std::size_t begin = 0; begin < written.size();) {

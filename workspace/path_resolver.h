@@ -22,7 +22,8 @@ class PathResolver {
     };
 
     // The file that `written` (UTF-8) names, seen from `folder`. Each segment is matched exactly if possible,
-    // else without regard to case; two candidates that differ only in case are a failure.
+    // else without regard to case; two candidates that differ only in case are a failure. Paths of drives and
+    // of other machines lead nowhere, and so do those that no system has.
     [[nodiscard]] std::expected<std::filesystem::path, Failure> Resolve(const std::filesystem::path& folder,
                                                                         std::string_view written);
 

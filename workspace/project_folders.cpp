@@ -2,6 +2,7 @@
 
 #include "workspace/characters.h"
 #include "workspace/component_file.h"
+#include "workspace/limits.h"
 #include "workspace/path_resolver.h"
 #include "workspace/project_file.h"
 #include "workspace/read_file.h"
@@ -65,10 +66,10 @@ std::expected<std::vector<fs::path>, Diagnostic> ProjectFolders(const fs::path& 
         return folders;
     }
     // What is wrong with a group is told when it is opened.
-    const auto content = ReadFile(target);
+    const auto content = ReadFile(target, largestProjectFile);
     const auto group =
         content ? ParseGroupFile(target, content->bytes, DefaultEncoding()) : std::unexpected(Diagnostic{});
-    if (group) {
+    if (group && group->projects.size() <= mostProjects) {
         PathResolver resolver;
         for (const FileEntry& entry : group->projects) {
             const auto project = resolver.Resolve(folders.front(), entry.path);

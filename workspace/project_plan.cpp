@@ -1,6 +1,8 @@
 #include "workspace/project_plan.h"
 
+#include "workspace/characters.h"
 #include "workspace/component_file.h"
+#include "workspace/limits.h"
 #include "workspace/path_resolver.h"
 #include "workspace/project_folders.h"
 #include "workspace/read_file.h"
@@ -25,6 +27,12 @@ Text StemOf(const fs::path& path) {
 Text FolderName(const fs::path& folder) {
     const Text name = FromUtf8(AbsolutePath(folder).filename().string());
     return name.empty() ? u"Project" : name;
+}
+
+// A path for a message.
+std::string Shortened(const std::string& path) {
+    constexpr std::size_t longest = 300;
+    return path.size() <= longest ? path : path.substr(0, longest) + "...";
 }
 
 bool IsHidden(const fs::path& path) {
@@ -66,8 +74,11 @@ class Planner {
     void PlanProjectFile(const fs::path& path);
     void PlanGroup(const fs::path& path);
     void PlanFolder(const fs::path& folder);
-    void ListFolder(const fs::path& folder, std::vector<fs::path>& found);
+    void ListFolders(const fs::path& top, std::vector<fs::path>& found);
+    void ListFolder(const fs::path& folder, std::vector<fs::path>& found, std::vector<fs::path>& below);
     void AddComponents(const std::vector<FileEntry>& entries, PlannedProject& project);
+    // Counts them; an error when they are too many.
+    bool HasRoomFor(std::size_t components, const fs::path& path);
 
     std::optional<fs::path> Find(const fs::path& file, const FileEntry& entry, const char* what);
     void ReportMissing(const fs::path& file, const FileEntry& entry, std::string message);
@@ -77,6 +88,7 @@ class Planner {
     PathResolver resolver_;
     ProjectPlan plan_;
     Diagnostics errors_;
+    std::size_t componentCount_ = 0;
 };
 
 void Planner::ReportMissing(const fs::path& file, const FileEntry& entry, std::string message) {
@@ -86,7 +98,7 @@ void Planner::ReportMissing(const fs::path& file, const FileEntry& entry, std::s
 
 // The file that an entry of `file` names.
 std::optional<fs::path> Planner::Find(const fs::path& file, const FileEntry& entry, const char* what) {
-    const std::string name = std::string(what) + " \"" + entry.path + "\"";
+    const std::string name = std::string(what) + " \"" + Shortened(entry.path) + "\"";
     if (entry.path.empty()) {
         errors_.push_back({file, entry.line, "this line names no file"});
         return std::nullopt;
@@ -103,7 +115,20 @@ std::optional<fs::path> Planner::Find(const fs::path& file, const FileEntry& ent
     return std::nullopt;
 }
 
+bool Planner::HasRoomFor(std::size_t components, const fs::path& path) {
+    componentCount_ += components;
+    if (componentCount_ > mostComponents) {
+        errors_.push_back({path, 0,
+                           "has too many components: of all that are opened together there may be " +
+                               std::to_string(mostComponents)});
+    }
+    return componentCount_ <= mostComponents;
+}
+
 void Planner::AddComponents(const std::vector<FileEntry>& entries, PlannedProject& project) {
+    if (!HasRoomFor(entries.size(), project.path)) {
+        return;
+    }
     std::unordered_map<std::string, std::int64_t> lineOf;
     for (const FileEntry& entry : entries) {
         const auto found = Find(project.path, entry, "the component");
@@ -122,7 +147,7 @@ void Planner::AddComponents(const std::vector<FileEntry>& entries, PlannedProjec
 }
 
 void Planner::PlanProjectFile(const fs::path& path) {
-    const auto content = ReadFile(path);
+    const auto content = ReadFile(path, largestProjectFile);
     if (!content) {
         errors_.push_back({path, 0, content.error()});
         return;
@@ -143,7 +168,7 @@ void Planner::PlanProjectFile(const fs::path& path) {
 }
 
 void Planner::PlanGroup(const fs::path& path) {
-    const auto content = ReadFile(path);
+    const auto content = ReadFile(path, largestProjectFile);
     const auto group = content ? ParseGroupFile(path, content->bytes, codePage_)
                                : std::unexpected(Diagnostic{path, 0, content.error()});
     if (!group) {
@@ -151,6 +176,11 @@ void Planner::PlanGroup(const fs::path& path) {
         return;
     }
     plan_.isGroup = true;
+    if (group->projects.size() > mostProjects) {
+        errors_.push_back(
+            {path, 0, "names more than " + std::to_string(mostProjects) + " projects, which are too many"});
+        return;
+    }
     if (group->projects.empty()) {
         errors_.push_back({path, 0, "the project group names no project"});
     }
@@ -171,14 +201,31 @@ void Planner::PlanGroup(const fs::path& path) {
         if (i == group->startup) {
             plan_.startup = plan_.projects.size();
         }
-        PlanProjectFile(WithoutProjectLink(*found));
+        const fs::path project = WithoutProjectLink(*found);
+        if (SameName(FromUtf8(project.extension().string()), u".vbg")) {
+            errors_.push_back(
+                {path, entry.line,
+                 "names the group " + found->string() + "; a group holds projects (.vbp) only"});
+            continue;
+        }
+        PlanProjectFile(project);
     }
     if (!plan_.projects.empty()) {
         plan_.projects.front().otherFiles.push_back(path);
     }
 }
 
-void Planner::ListFolder(const fs::path& folder, std::vector<fs::path>& found) {
+// Folder by folder, so that no more than one is open at any time, however deep they lie.
+void Planner::ListFolders(const fs::path& top, std::vector<fs::path>& found) {
+    std::vector<fs::path> folders = {top};
+    while (!folders.empty() && found.size() <= mostComponents) {
+        const fs::path folder = std::move(folders.back());
+        folders.pop_back();
+        ListFolder(folder, found, folders);
+    }
+}
+
+void Planner::ListFolder(const fs::path& folder, std::vector<fs::path>& found, std::vector<fs::path>& below) {
     std::error_code error;
     fs::directory_iterator entry(folder, error);
     for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
@@ -191,7 +238,7 @@ void Planner::ListFolder(const fs::path& folder, std::vector<fs::path>& found) {
         if (!isFolder && ComponentTypeOf(path)) {
             found.push_back(path);
         } else if (isFolder && options_.recursive && !entry->is_symlink(ignored)) {
-            ListFolder(path, found);
+            below.push_back(path);
         }
     }
     if (error) {
@@ -201,7 +248,10 @@ void Planner::ListFolder(const fs::path& folder, std::vector<fs::path>& found) {
 
 void Planner::PlanFolder(const fs::path& folder) {
     std::vector<fs::path> found;
-    ListFolder(folder, found);
+    ListFolders(folder, found);
+    if (!HasRoomFor(found.size(), folder)) {
+        return;
+    }
     std::ranges::sort(found);
     if (found.empty() && errors_.empty()) {
         errors_.push_back({folder, 0,

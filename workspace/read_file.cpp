@@ -6,20 +6,27 @@
 #include <cstdint>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/vfs.h>
 #include <utility>
 
 namespace lintara::workspace {
 
 namespace {
 
-constexpr std::int64_t largestFile = std::int64_t{1} << 30;
-
 std::unexpected<std::string> CannotRead(int error) {
     return std::unexpected("cannot be read: " + SystemMessage(error));
 }
 
+bool IsOfTheSystem(int descriptor) {
+    struct statfs system {};
+    return ::fstatfs(descriptor, &system) == 0 &&
+           (system.f_type == PROC_SUPER_MAGIC || system.f_type == SYSFS_MAGIC ||
+            system.f_type == DEBUGFS_MAGIC || system.f_type == TRACEFS_MAGIC);
+}
+
 // Reads to the end of the file; it may have grown since its size was asked for. False with errno on failure.
-bool ReadAll(int descriptor, std::size_t expectedSize, std::string& bytes) {
+bool ReadAll(int descriptor, std::size_t expectedSize, std::int64_t largest, std::string& bytes) {
     constexpr std::size_t spare = 1;  // so that the end shows without another round
     std::size_t done = 0;
     while (true) {
@@ -36,7 +43,7 @@ bool ReadAll(int descriptor, std::size_t expectedSize, std::string& bytes) {
             return false;
         }
         done = bytes.size();
-        if (done > static_cast<std::size_t>(largestFile)) {
+        if (std::cmp_greater(done, largest)) {
             errno = EFBIG;
             return false;
         }
@@ -64,7 +71,7 @@ FileIdentity IdentityOf(const struct stat& status) {
     return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& path) {
+std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& path, std::int64_t largest) {
     struct stat status {};
     // Opening a device can have effects, so it is looked at first; O_NONBLOCK is for one that appears since.
     if (::stat(path.c_str(), &status) != 0) {
@@ -80,12 +87,16 @@ std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& pa
     if (!S_ISREG(status.st_mode)) {
         return std::unexpected(KindMessage(status));
     }
-    if (status.st_size > largestFile) {
-        return std::unexpected("is larger than 1 GiB, too large for source code");
+    if (IsOfTheSystem(file.get())) {
+        return std::unexpected("is made up by the running system, and no file on a disk");
+    }
+    if (status.st_size > largest) {
+        return std::unexpected("is larger than " + std::to_string(largest >> 20) +
+                               " MiB, too large for what it should be");
     }
     FileContent content;
     content.identity = IdentityOf(status);
-    if (!ReadAll(file.get(), static_cast<std::size_t>(status.st_size), content.bytes)) {
+    if (!ReadAll(file.get(), static_cast<std::size_t>(status.st_size), largest, content.bytes)) {
         return CannotRead(errno);
     }
     return content;
@@ -96,7 +107,7 @@ std::expected<std::string, std::string> ReadFileOrPipe(const std::filesystem::pa
     if (::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode)) {
         const Descriptor pipe(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
         std::string bytes;
-        if (!pipe.open() || !ReadAll(pipe.get(), 0, bytes)) {
+        if (!pipe.open() || !ReadAll(pipe.get(), 0, largestFile, bytes)) {
             return CannotRead(errno);
         }
         return bytes;

@@ -4,6 +4,7 @@
 
 #include "workspace/file_identity.h"
 
+#include <cstdint>
 #include <expected>
 #include <filesystem>
 #include <string>
@@ -16,8 +17,14 @@ struct FileContent {
     FileIdentity identity;
 };
 
-// The error is a sentence for people, without the path.
-[[nodiscard]] std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& path);
+// The most that is read of any file.
+inline constexpr std::int64_t largestFile = std::int64_t{1} << 30;
+
+// The error is a sentence for people, without the path. Files of more than `largest` bytes are refused, and
+// so are those that the running system only seems to have, such as /proc/kmsg: they have no size, and reading
+// them can wait or have effects.
+[[nodiscard]] std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& path,
+                                                               std::int64_t largest = largestFile);
 
 // The bytes of a file, or of a pipe to its end: for what a user names on the command line, where a shell puts
 // pipes in the place of files. Waits until somebody writes to the pipe.

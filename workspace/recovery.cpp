@@ -1,10 +1,13 @@
 #include "workspace/recovery.h"
 
+#include "workspace/copy_mark.h"
 #include "workspace/parallel.h"
+#include "workspace/path_resolver.h"
 #include "workspace/project_folders.h"
 #include "workspace/project_lock.h"
 #include "workspace/read_file.h"
 #include "workspace/save.h"
+#include "workspace/writable_area.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -79,7 +82,9 @@ class Recovery {
     // The value is a line for people.
     std::expected<std::string, Diagnostics> Run() {
         if (!journal_.committed) {
-            RemoveTraces(journal_);
+            if (auto removed = RemoveTraces(journal_); !removed) {
+                return std::unexpected(Diagnostics{removed.error()});
+            }
             return "removed the leftovers of an interrupted save; no file had been changed";
         }
         if (!Any(Progress::EditedBefore) && !Any(Progress::NoWayForward)) {
@@ -125,7 +130,7 @@ class Recovery {
         if (each.backup.empty() || !old || *old == each.backup) {
             return {};
         }
-        if (::rename(old->c_str(), each.backup.c_str()) != 0) {
+        if (!Rename(*old, each.backup)) {
             return std::unexpected("no backup can be kept: " + SystemMessage(errno));
         }
         return {};
@@ -152,7 +157,9 @@ class Recovery {
                 return std::unexpected(Diagnostics{{folder, 0, result.error()}});
             }
         }
-        RemoveTraces(journal_);
+        if (auto removed = RemoveTraces(journal_); !removed) {
+            return std::unexpected(Diagnostics{removed.error()});
+        }
         return what + std::to_string(files_.size()) + (files_.size() == 1 ? " file" : " files");
     }
 
@@ -208,7 +215,7 @@ std::set<fs::path> FindJournals(const std::vector<fs::path>& folders, std::vecto
             const auto journal = ReadJournalLink(link);
             if (journal && fs::exists(*journal, error)) {
                 journals.insert(*journal);
-            } else if (fs::remove(link, error)) {
+            } else if (Remove(link)) {
                 done.push_back("removed a link to a journal that is no more: " + link.string());
             }
         }
@@ -216,15 +223,37 @@ std::set<fs::path> FindJournals(const std::vector<fs::path>& folders, std::vecto
     return journals;
 }
 
+// A journal may come with a folder from anywhere, and must not reach out of it. A save leaves a link to its
+// journal in every other folder in which it works: only what lies below the journal's own folder, or in a
+// folder with such a link, is the save's. Where the link was not yet made, or is removed again, there is
+// nothing left to do.
+void ForgetForeignFiles(Journal& journal) {
+    std::error_code error;
+    const fs::path file = fs::canonical(journal.path, error);
+    const WritableArea own{TreeOf(journal.path), {}};
+    const auto vouches = [&](const fs::path& link) {
+        const auto leadsTo = ReadJournalLink(link);
+        std::error_code ignored;
+        return leadsTo && !file.empty() && fs::canonical(*leadsTo, ignored) == file;
+    };
+    const auto isForeign = [&](const fs::path& folder) {
+        std::error_code missing;
+        const fs::path real = fs::canonical(folder, missing);
+        return missing || (!own.Holds(real) && !vouches(real / journalLinkName));
+    };
+    std::erase_if(journal.replacements,
+                  [&](const Replacement& each) { return isForeign(FolderOf(each.target)); });
+    std::erase_if(journal.links, [&](const fs::path& link) { return isForeign(FolderOf(link)); });
+}
+
 // A run that ended before its journal came to the disk may leave temporary files that no journal names.
 void RemoveStrayTemporaries(const fs::path& folder, std::vector<std::string>& done) {
     std::error_code error;
     std::size_t count = 0;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
         std::error_code ignored;
-        if (name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix) &&
-            fs::is_regular_file(entry->symlink_status(ignored)) && fs::remove(entry->path(), ignored)) {
+        if (IsTemporaryName(entry->path()) && fs::is_regular_file(entry->symlink_status(ignored)) &&
+            Remove(entry->path())) {
             ++count;
         }
     }
@@ -247,25 +276,38 @@ WriteResult UndoReplacement(const Replacement& replacement) {
     if (!old) {
         return std::unexpected("cannot be put back: its old content is gone");
     }
-    if (auto result = Exchange(*old, replacement.target); !result) {
-        return result;
+    if (!Rename(*old, replacement.target)) {
+        return std::unexpected("cannot be put back: " + SystemMessage(errno));
     }
-    ::unlink(old->c_str());
     return {};
 }
 
-void RemoveTraces(const Journal& journal) {
-    // Some disks are told of each freed block at once and take their time to answer.
-    const auto remove = [&](std::size_t i) {
-        const fs::path& temporary = journal.replacements[i].temporary;
-        ::unlink(temporary.c_str());
-        ::unlink(KeptName(temporary).c_str());
-    };
-    InParallel(journal.replacements.size(), remove, {}, BoundBy::Device);
-    for (const fs::path& link : journal.links) {
-        ::unlink(link.c_str());
+std::expected<void, Diagnostic> RemoveTraces(const Journal& journal) {
+    std::vector<fs::path> traces = journal.links;
+    for (const Replacement& each : journal.replacements) {
+        traces.push_back(each.temporary);
+        traces.push_back(KeptName(each.temporary));
     }
-    ::unlink(journal.path.c_str());
+    std::vector<int> errors(traces.size());
+    // Some disks are told of each freed block at once and take their time to answer.
+    InParallel(
+        traces.size(), [&](std::size_t i) { errors[i] = Remove(traces[i]) ? 0 : errno; }, {},
+        BoundBy::Device);
+    const auto notRemoved = [](const fs::path& path, int error) {
+        return std::unexpected(
+            Diagnostic{path, 0,
+                       "is left from a save and cannot be removed: " + SystemMessage(error) +
+                           "; run again when the cause is removed"});
+    };
+    for (std::size_t i = 0; i < traces.size(); ++i) {
+        if (errors[i] != 0) {
+            return notRemoved(traces[i], errors[i]);
+        }
+    }
+    if (!Remove(journal.path)) {
+        return notRemoved(journal.path, errno);
+    }
+    return {};
 }
 
 std::expected<std::vector<std::string>, Diagnostics> Recover(const fs::path& path) {
@@ -288,10 +330,11 @@ std::expected<std::vector<std::string>, Diagnostics> Recover(const fs::path& pat
         if (!fs::exists(file, error)) {
             continue;
         }
-        const auto journal = ReadJournal(file);
+        auto journal = ReadJournal(file);
         if (!journal) {
             return std::unexpected(Diagnostics{journal.error()});
         }
+        ForgetForeignFiles(*journal);
         auto result = Recovery(*journal).Run();
         if (!result) {
             return std::unexpected(std::move(result.error()));
@@ -300,6 +343,9 @@ std::expected<std::vector<std::string>, Diagnostics> Recover(const fs::path& pat
     }
     for (const fs::path& folder : *folders) {
         RemoveStrayTemporaries(folder, done);
+    }
+    if (auto incomplete = FindIncompleteCopy(*folders)) {
+        return std::unexpected(Diagnostics{*std::move(incomplete)});
     }
     return done;
 }

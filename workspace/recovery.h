@@ -15,10 +15,11 @@ namespace lintara::workspace {
 // Whether a save was interrupted, or is under way, around one of the folders.
 [[nodiscard]] bool HasJournal(const std::vector<std::filesystem::path>& folders);
 
-// Puts the old content of a replaced file back. The temporary file is gone afterwards.
+// Puts the old content of a replaced file back, from where it is kept; nothing is left there.
 [[nodiscard]] WriteResult UndoReplacement(const Replacement& replacement);
 
-// Deletes what a journal names and is no target, and the journal itself as the last.
-void RemoveTraces(const Journal& journal);
+// Deletes what a journal names and is no target, and the journal itself as the last. When a file cannot be
+// deleted, the error tells which, and the journal stays, too, so that the next run tries again.
+std::expected<void, Diagnostic> RemoveTraces(const Journal& journal);
 
 }  // namespace lintara::workspace

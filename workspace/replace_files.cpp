@@ -30,6 +30,8 @@ constexpr double patience = 10;  // seconds to wait for another run
 // Up to so many files are flushed one by one; for more it takes less time to flush the whole file system.
 constexpr std::size_t fewFiles = 32;
 
+constexpr const char* changedMeanwhile = "changed on disk while it was being saved";
+
 // A file on its way to its new content.
 struct Candidate {
     FileChange change;
@@ -59,9 +61,13 @@ class Saver {
     void Inspect();
     void InspectOne(Candidate& candidate) const;
     void CheckDisk(Candidate& candidate) const;
+    [[nodiscard]] bool MayBeWritten(const Candidate& candidate) const;
+    [[nodiscard]] WritableArea AreaOf(const Candidate& candidate) const;
     void CheckBackup(Candidate& candidate) const;
     void FindSharedFiles();
     void BeginJournal();
+    Descriptor MakeForSave(const fs::path& path, std::string_view content);
+    void RemoveStaleLink(const fs::path& link) const;
     void WriteNewContents();
     void WriteOne(Candidate& candidate) const;
     void Commit();
@@ -70,6 +76,9 @@ class Saver {
 
     void Undo();
     std::vector<fs::path> Conclude();
+    [[nodiscard]] static bool HoldsWhatWasRead(const fs::path& path, const Candidate& candidate);
+    [[nodiscard]] static bool KeepsWhatWasRead(const Candidate& candidate);
+    static WriteResult PutBack(const Candidate& candidate);
 
     void Step() const {
         if (options_.beforeStep) {
@@ -151,6 +160,10 @@ void Saver::CheckDisk(Candidate& candidate) const {
     if (!S_ISREG(candidate.status.st_mode)) {
         return refuse(KindMessage(candidate.status));
     }
+    if (!MayBeWritten(candidate)) {
+        candidate.errors.push_back(OutsideOf(AreaOf(candidate), change.path, target, change.origin));
+        return;
+    }
     // The superuser may write it all the same, but whoever took the right away meant something by it.
     constexpr mode_t anybodyWrites = S_IWUSR | S_IWGRP | S_IWOTH;
     if ((candidate.status.st_mode & anybodyWrites) == 0 || ::access(target.c_str(), W_OK) != 0) {
@@ -162,6 +175,20 @@ void Saver::CheckDisk(Candidate& candidate) const {
             return refuse("changed on disk since it was read; run again to work on what it holds now");
         }
     }
+}
+
+WritableArea Saver::AreaOf(const Candidate& candidate) const {
+    return {candidate.change.tree, options_.allowedOutside};
+}
+
+// A file outside may stand among the changes when its content stays as it is.
+bool Saver::MayBeWritten(const Candidate& candidate) const {
+    if (AreaOf(candidate).Holds(candidate.replacement.target)) {
+        return true;
+    }
+    std::string bytes;
+    candidate.change.appendNew(bytes);
+    return bytes == candidate.change.original;
 }
 
 void Saver::CheckBackup(Candidate& candidate) const {
@@ -219,8 +246,11 @@ std::set<fs::path> Saver::TargetFolders() const {
 void Saver::BeginJournal() {
     journal_.path = RealFile(candidates_.front().change.projectFolder) / journalName;
     std::set<fs::path> folders = TargetFolders();
+    const WritableArea area = AreaOf(candidates_.front());
     for (const fs::path& folder : folders_) {
-        folders.insert(RealFile(folder));
+        if (const fs::path real = RealFile(folder); area.Holds(real)) {
+            folders.insert(real);
+        }
     }
     folders.erase(journal_.path.parent_path());
     for (const fs::path& folder : folders) {
@@ -233,32 +263,45 @@ void Saver::BeginJournal() {
         journal_.replacements.push_back(replacement);
     }
     journalHead_ = JournalHead(journal_);
-
-    const auto make = [&](const fs::path& path, std::string_view content) -> Descriptor {
-        Step();
-        auto file = CreateNew(path);
-        if (!file) {
-            const bool isThere = file.error() == EEXIST;
-            Fail(isThere ? path : path.parent_path(),
-                 isThere ? "is there from another save; run \"lintara recover\" first"
-                         : "cannot be written: " + SystemMessage(file.error()));
-            return Descriptor();
-        }
-        if (auto written = WriteAll(file->get(), content); !written) {
-            Fail(path, written.error());
-        }
-        return *std::move(file);
-    };
-    journalFile_ = make(journal_.path, journalHead_);
+    journalFile_ = MakeForSave(journal_.path, journalHead_);
     if (!journalFile_.open()) {
         // What is there belongs to somebody else.
         journal_ = {};
         return;
     }
     for (std::size_t i = 0; i < journal_.links.size() && ok(); ++i) {
-        if (!make(journal_.links[i], JournalLink(journal_.links[i], journal_.path)).open()) {
+        const fs::path& link = journal_.links[i];
+        RemoveStaleLink(link);
+        if (!MakeForSave(link, JournalLink(link, journal_.path)).open()) {
             journal_.links.resize(i);
         }
+    }
+}
+
+// A new file that nobody else may have made. Not open: it could not be made.
+Descriptor Saver::MakeForSave(const fs::path& path, std::string_view content) {
+    Step();
+    auto file = CreateNew(path);
+    if (!file) {
+        const bool isThere = file.error() == EEXIST;
+        Fail(isThere ? path : path.parent_path(),
+             isThere ? "is there from another save; run \"lintara recover\" first"
+                     : "cannot be written: " + SystemMessage(file.error()));
+        return Descriptor();
+    }
+    if (auto written = WriteAll(file->get(), content); !written) {
+        Fail(path, written.error());
+    }
+    return *std::move(file);
+}
+
+// After a power cut a link may be there whose journal was lost. One that leads to our own, which is new, is
+// stale as well.
+void Saver::RemoveStaleLink(const fs::path& link) const {
+    const auto journal = ReadJournalLink(link);
+    std::error_code error;
+    if (journal && (!fs::exists(*journal, error) || fs::equivalent(*journal, journal_.path, error))) {
+        (void)Remove(link);
     }
 }
 
@@ -323,8 +366,8 @@ void Saver::Commit() {
     Step();
     WriteResult written = WriteAll(journalFile_.get(), JournalCommit(journal_, journalHead_));
     Step();
-    if (written && ::fsync(journalFile_.get()) != 0) {
-        written = std::unexpected("cannot be written: " + SystemMessage(errno));
+    if (written) {
+        written = FlushOpened(journalFile_.get());
     }
     if (written) {
         written = Flush(journal_.path.parent_path());
@@ -343,10 +386,8 @@ void Saver::Replace() {
             continue;
         }
         Step();
-        struct stat status {};
-        if (::stat(replacement.target.c_str(), &status) != 0 ||
-            IdentityOf(status) != IdentityOf(candidate.status)) {
-            Fail(candidate.change.path, "changed on disk while it was being saved");
+        if (!HoldsWhatWasRead(replacement.target, candidate)) {
+            Fail(candidate.change.path, changedMeanwhile);
             return;
         }
         replaced_.push_back(&candidate);
@@ -361,6 +402,28 @@ void Saver::Replace() {
             Fail(folder, flushed.error());
         }
     }
+    // What somebody wrote just before or since, into the file that he had open, is in the old content now.
+    for (const Candidate* candidate : replaced_) {
+        if (!KeepsWhatWasRead(*candidate)) {
+            Fail(candidate->change.path, changedMeanwhile);
+        }
+    }
+}
+
+bool Saver::HoldsWhatWasRead(const fs::path& path, const Candidate& candidate) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && IdentityOf(status) == IdentityOf(candidate.status);
+}
+
+// Whether the old content of a file that was replaced is what the new one was made of.
+bool Saver::KeepsWhatWasRead(const Candidate& candidate) {
+    const fs::path& kept = candidate.replacement.temporary;
+    if (HoldsWhatWasRead(kept, candidate)) {
+        return true;
+    }
+    // Where a file cannot have two names it is a copy.
+    const auto content = ReadFile(kept);
+    return content && content->bytes == candidate.change.original;
 }
 
 void Saver::KeepBackups() {
@@ -370,7 +433,7 @@ void Saver::KeepBackups() {
             continue;
         }
         Step();
-        if (::rename(replacement.temporary.c_str(), replacement.backup.c_str()) != 0) {
+        if (!Rename(replacement.temporary, replacement.backup)) {
             Fail(replacement.backup, "no backup can be kept: " + SystemMessage(errno));
             return;
         }
@@ -385,24 +448,36 @@ void Saver::Undo() {
         const Replacement& replacement = candidate->replacement;
         // The last of them may not have been replaced yet.
         const auto current = ReadFile(replacement.target);
+        if (std::error_code error; !current && fs::exists(replacement.target, error)) {
+            Fail(replacement.target, current.error());
+            undone = false;
+        }
         if (!current || MarkOf(current->bytes) != *replacement.newContent) {
             continue;
         }
-        if (auto result = UndoReplacement(replacement); !result) {
+        if (auto result = PutBack(*candidate); !result) {
             Fail(replacement.target, result.error());
             undone = false;
         }
     }
-    if (undone) {
-        RemoveTraces(journal_);
-    } else {
+    if (!undone || !RemoveTraces(journal_)) {
         Fail(journal_.path, "is kept; run \"lintara recover\" when the cause is removed");
     }
 }
 
+// The old content may have been written to since it was read; it is put back as it is.
+WriteResult Saver::PutBack(const Candidate& candidate) {
+    const Replacement& replacement = candidate.replacement;
+    if (Rename(replacement.temporary, replacement.target)) {
+        return {};
+    }
+    return UndoReplacement(replacement);
+}
+
 std::vector<fs::path> Saver::Conclude() {
     Step();
-    RemoveTraces(journal_);
+    // The files are as they should be; what cannot be removed is left to the next run.
+    [[maybe_unused]] const auto removed = RemoveTraces(journal_);
     std::vector<fs::path> written;
     for (const Candidate* candidate : replaced_) {
         written.push_back(candidate->change.path);

@@ -5,6 +5,7 @@
 #include "workspace/diagnostic.h"
 #include "workspace/file_identity.h"
 #include "workspace/save_options.h"
+#include "workspace/writable_area.h"
 
 #include <expected>
 #include <filesystem>
@@ -21,12 +22,15 @@ struct FileChange {
     std::string_view original;   // what it held then
     std::function<void(std::string& bytes)> appendNew;  // from any thread; may append `original` itself
     std::filesystem::path projectFolder;
-    std::string projectName;  // for messages
+    std::string projectName;     // for messages
+    std::filesystem::path tree;  // below which the file has to lie, as TreeOf tells it
+    ComponentOrigin origin;
 };
 
 // The value is the files that were written. Refused, with nothing changed, when a file is no longer what was
-// read or anything cannot be written. `folders` are those of all projects concerned: their locks are taken,
-// unless this process holds them, and runs on them find the journal.
+// read, would change where it may not be written, or anything cannot be written. `folders` are those of all
+// projects concerned: their locks are taken, unless this process holds them, and runs on them find the
+// journal, those apart in which nothing may be written.
 [[nodiscard]] std::expected<std::vector<std::filesystem::path>, Diagnostics> ReplaceFiles(
     std::vector<FileChange> changes, const std::vector<std::filesystem::path>& folders,
     const SaveOptions& options);

@@ -5,9 +5,11 @@
 #include "workspace/path_resolver.h"
 #include "workspace/replace_files.h"
 #include "workspace/unencodable.h"
+#include "workspace/writable_area.h"
 
 #include <optional>
 #include <system_error>
+#include <unordered_map>
 
 namespace lintara::workspace {
 
@@ -49,6 +51,15 @@ std::vector<fs::path> FoldersOf(const Workspace& workspace) {
     return folders;
 }
 
+fs::path TreeOfProject(const Project& project) {
+    return project.tree().empty() ? TreeOf(project.path()) : project.tree();
+}
+
+ComponentOrigin OriginOf(const ChangedFile& changed) {
+    const std::int64_t line = changed.component->projectFileLine;
+    return {line > 0 ? changed.project->path() : fs::path(), line, ToUtf8(changed.component->name)};
+}
+
 FileChange ChangeOf(const ChangedFile& changed) {
     const Module& module = *changed.component->module;
     return {.path = changed.component->path,
@@ -56,8 +67,31 @@ FileChange ChangeOf(const ChangedFile& changed) {
             .original = module.originalBytes(),
             .appendNew = [&module](std::string& bytes) { module.AppendCurrentBytes(bytes); },
             .projectFolder = FolderOfProject(*changed.project),
-            .projectName = ToUtf8(changed.project->name())};
+            .projectName = ToUtf8(changed.project->name()),
+            .tree = TreeOfProject(*changed.project),
+            .origin = OriginOf(changed)};
 }
+
+// Where paths really lead. Most files of a project lie in few folders, each of which is asked for once.
+class RealPaths {
+  public:
+    fs::path Of(const fs::path& path) {
+        std::error_code error;
+        if (fs::is_symlink(path, error)) {
+            const fs::path file = fs::canonical(path, error);
+            return error ? path : file;
+        }
+        const fs::path folder = FolderOf(path);
+        const auto [known, isNew] = folders_.try_emplace(folder.native());
+        if (isNew) {
+            known->second = fs::canonical(folder, error);
+        }
+        return known->second / path.filename();
+    }
+
+  private:
+    std::unordered_map<std::string, fs::path> folders_;
+};
 
 // What their files cannot hold.
 Diagnostics UnencodableOf(const std::vector<ChangedFile>& files) {
@@ -86,6 +120,20 @@ std::vector<ChangedFile> ChangedFiles(const Workspace& workspace) {
         }
     }
     return changed;
+}
+
+Diagnostics ChangesOutside(const Workspace& workspace, const std::vector<fs::path>& allowedOutside) {
+    Diagnostics outside;
+    RealPaths realPaths;
+    for (const ChangedFile& edited : EditedFiles(workspace)) {
+        const WritableArea area{TreeOfProject(*edited.project), allowedOutside};
+        const fs::path& path = edited.component->path;
+        const fs::path file = realPaths.Of(path);
+        if (!area.Holds(file) && Differs(*edited.component->module)) {
+            outside.push_back(OutsideOf(area, path, file, OriginOf(edited)));
+        }
+    }
+    return outside;
 }
 
 std::expected<std::vector<fs::path>, Diagnostics> Save(const Workspace& workspace,

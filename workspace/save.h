@@ -22,10 +22,15 @@ struct ChangedFile {
 // The components whose bytes differ from those that were loaded, in project order. Compared in parallel.
 [[nodiscard]] std::vector<ChangedFile> ChangedFiles(const Workspace& workspace);
 
+// The components that a save in place would refuse to write because of where their files lie.
+[[nodiscard]] Diagnostics ChangesOutside(const Workspace& workspace,
+                                         const std::vector<std::filesystem::path>& allowedOutside);
+
 // Saves in place; the value is the files written. Refused, with nothing changed, when a line cannot be
-// encoded, a file changed on disk since it was loaded, or anything cannot be written. File modes are kept;
-// symbolic links are followed, not replaced. Takes the project's lock unless this process holds it. To go on
-// after a save, open the projects anew or call AcceptSaved: these still are what was loaded, with edits.
+// encoded, a file changed on disk since it was loaded or lies outside of the folder that was opened, or
+// anything cannot be written. File modes are kept; symbolic links are followed, not replaced. Takes the
+// project's lock unless this process holds it. To go on after a save, open the projects anew or call
+// AcceptSaved: these still are what was loaded, with edits.
 [[nodiscard]] std::expected<std::vector<std::filesystem::path>, Diagnostics> Save(const Workspace& workspace,
                                                                                   const SaveOptions& options);
 

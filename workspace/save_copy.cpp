@@ -1,6 +1,10 @@
+#include "base/uninterrupted.h"
 #include "workspace/characters.h"
+#include "workspace/copy_mark.h"
+#include "workspace/journal.h"
 #include "workspace/parallel.h"
 #include "workspace/path_resolver.h"
+#include "workspace/project_lock.h"
 #include "workspace/read_file.h"
 #include "workspace/save.h"
 #include "workspace/unencodable.h"
@@ -57,18 +61,26 @@ WriteResult WriteNew(const fs::path& path, mode_t mode, std::string_view bytes) 
     if (!made) {
         return std::unexpected(NotCreatedMessage(made.error()));
     }
-    if (::fchmod(made->get(), mode) != 0) {
+    if (Uninterrupted([&] { return ::fchmod(made->get(), mode); }) != 0) {
         return std::unexpected("its mode cannot be kept: " + SystemMessage(errno));
     }
     return WriteAll(made->get(), bytes);
 }
 
+// Up to so many files are flushed one by one; for more it takes less time to flush the whole file system.
+constexpr std::size_t fewFiles = 32;
+
+constexpr double patience = 10;  // seconds to wait for another run
+
 // Makes the copy, in two passes: all files are written under temporary names first, then they take their
-// places. Until then nothing in the output folder has changed.
+// places. Until then nothing in the output folder has changed. While a mark lies in it the copy counts as
+// incomplete.
 class Copier {
   public:
     Copier(const Workspace& workspace, fs::path output, const SaveOptions& options)
-        : workspace_(workspace), output_(std::move(output)), options_(options) {}
+        : workspace_(workspace), output_(std::move(output)), options_(options), mask_(::umask(0)) {
+        ::umask(mask_);
+    }
 
     std::expected<std::vector<fs::path>, Diagnostics> Run();
 
@@ -81,10 +93,15 @@ class Copier {
     void CheckTargets();
     void MakeFolders();
     bool MakeFolder(const fs::path& folder);
+    void Lock();
+    void Mark();
+    void ClearLeftovers(const fs::path& folder);
     void WriteAllFiles();
     WriteResult WriteFile(const CopiedFile& file) const;
+    void FlushAllFiles();
     void PutInPlace();
-    void RemoveTemporaries();
+    void RemoveMarks();
+    void TakeBack();
 
     void Step() const {
         if (options_.beforeStep) {
@@ -98,21 +115,27 @@ class Copier {
     const SaveOptions& options_;
     PathResolver resolver_;
     std::vector<CopiedFile> files_;
-    std::set<fs::path> known_;  // sources
+    std::set<fs::path> known_;    // sources
+    std::set<fs::path> folders_;  // those of the targets
     std::vector<fs::path> madeFolders_;
+    std::optional<ProjectLock> lock_;
+    std::vector<fs::path> madeMarks_;
+    mode_t mask_;           // which rights the user gives to nobody by himself
+    bool changed_ = false;  // some file of the copy is another than before
     Diagnostics errors_;
 };
 
 std::expected<std::vector<fs::path>, Diagnostics> Copier::Run() {
     const FileSizeSignalHeldBack noSignal;
     using Stage = void (Copier::*)();
-    constexpr std::array<Stage, 6> stages = {&Copier::Collect,       &Copier::PlaceFiles,
-                                             &Copier::CheckTargets,  &Copier::MakeFolders,
-                                             &Copier::WriteAllFiles, &Copier::PutInPlace};
+    constexpr std::array<Stage, 10> stages = {
+        &Copier::Collect,    &Copier::PlaceFiles, &Copier::CheckTargets,  &Copier::MakeFolders,
+        &Copier::Lock,       &Copier::Mark,       &Copier::WriteAllFiles, &Copier::FlushAllFiles,
+        &Copier::PutInPlace, &Copier::RemoveMarks};
     for (const Stage stage : stages) {
         (this->*stage)();
         if (!errors_.empty()) {
-            RemoveTemporaries();
+            TakeBack();
             return std::unexpected(std::move(errors_));
         }
     }
@@ -246,7 +269,7 @@ bool Copier::MakeFolder(const fs::path& folder) {
         return errors_.empty();
     }
     Step();
-    if (::mkdir(folder.c_str(), 0777) != 0) {
+    if (Uninterrupted([&] { return ::mkdir(folder.c_str(), 0777); }) != 0) {
         Fail(folder, "this folder cannot be made: " + SystemMessage(errno));
         return false;
     }
@@ -273,10 +296,53 @@ void Copier::MakeFolders() {
     }
 }
 
+// Two runs that make the same copy follow each other.
+void Copier::Lock() {
+    auto lock = ProjectLock::AcquireFolders({output_}, patience);
+    if (!lock) {
+        errors_.push_back(lock.error());
+        return;
+    }
+    lock_ = *std::move(lock);
+}
+
+void Copier::Mark() {
+    folders_.insert(output_);
+    for (const CopiedFile& file : files_) {
+        folders_.insert(file.target.parent_path());
+    }
+    for (const fs::path& folder : folders_) {
+        Step();
+        const fs::path mark = folder / copyMarkName;
+        const auto made = CreateNew(mark);
+        if (made) {
+            madeMarks_.push_back(mark);
+        } else if (made.error() == EEXIST) {
+            ClearLeftovers(folder);
+        } else {
+            return Fail(folder, "cannot be written: " + SystemMessage(made.error()));
+        }
+        if (auto flushed = Flush(folder); !flushed) {
+            return Fail(folder, flushed.error());
+        }
+    }
+}
+
+// Temporary files of a run that was interrupted.
+void Copier::ClearLeftovers(const fs::path& folder) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        if (IsTemporaryName(entry->path()) && fs::is_regular_file(entry->symlink_status(ignored))) {
+            (void)Remove(entry->path());
+        }
+    }
+}
+
 WriteResult Copier::WriteFile(const CopiedFile& file) const {
     Step();
     if (file.added != nullptr) {
-        return WriteNew(file.temporary, 0644, file.added->bytes);
+        return WriteNew(file.temporary, 0666 & ~mask_, file.added->bytes);
     }
     struct stat status {};
     if (::stat(file.source.c_str(), &status) != 0) {
@@ -293,7 +359,7 @@ WriteResult Copier::WriteFile(const CopiedFile& file) const {
         bytes = std::move(content->bytes);
     }
     // A copy is for working with, also where the source is read-only.
-    return WriteNew(file.temporary, (status.st_mode & 0777) | S_IWUSR, bytes);
+    return WriteNew(file.temporary, ((status.st_mode & 0777) | S_IWUSR) & ~mask_, bytes);
 }
 
 void Copier::WriteAllFiles() {
@@ -314,25 +380,65 @@ void Copier::WriteAllFiles() {
     }
 }
 
-void Copier::PutInPlace() {
-    for (const CopiedFile& file : files_) {
-        if (file.added != nullptr) {
-            Step();
-            ::unlink(file.target.c_str());
+void Copier::FlushAllFiles() {
+    if (files_.size() > fewFiles) {
+        if (auto flushed = FlushFileSystems({folders_.begin(), folders_.end()}); !flushed) {
+            Fail(output_, flushed.error());
         }
+        return;
     }
     for (const CopiedFile& file : files_) {
-        Step();
-        if (::rename(file.temporary.c_str(), file.target.c_str()) != 0) {
-            Fail(file.target, "cannot be replaced: " + SystemMessage(errno));
-            return;
+        if (auto flushed = Flush(file.temporary); !flushed) {
+            return Fail(file.target, flushed.error());
         }
     }
 }
 
-void Copier::RemoveTemporaries() {
+void Copier::PutInPlace() {
     for (const CopiedFile& file : files_) {
-        ::unlink(file.temporary.c_str());
+        if (file.added != nullptr) {
+            Step();
+            if (!Remove(file.target)) {
+                return Fail(file.target, "cannot be replaced: " + SystemMessage(errno));
+            }
+            changed_ = true;
+        }
+    }
+    for (const CopiedFile& file : files_) {
+        Step();
+        if (!Rename(file.temporary, file.target)) {
+            return Fail(file.target, "cannot be replaced: " + SystemMessage(errno));
+        }
+        changed_ = true;
+    }
+    for (const fs::path& folder : folders_) {
+        if (auto flushed = Flush(folder); !flushed) {
+            return Fail(folder, flushed.error());
+        }
+    }
+}
+
+void Copier::RemoveMarks() {
+    for (const fs::path& folder : folders_ | std::views::reverse) {
+        Step();
+        if (const fs::path mark = folder / copyMarkName; !Remove(mark)) {
+            return Fail(mark, "cannot be removed: " + SystemMessage(errno));
+        }
+    }
+}
+
+// After an error. A copy that has begun to change stays marked.
+void Copier::TakeBack() {
+    for (const CopiedFile& file : files_) {
+        if (!file.temporary.empty()) {
+            (void)Remove(file.temporary);
+        }
+    }
+    if (changed_) {
+        return Fail(output_, "holds a copy that is not complete; make it again when the cause is removed");
+    }
+    for (const fs::path& mark : madeMarks_) {
+        (void)Remove(mark);
     }
     for (const fs::path& folder : madeFolders_ | std::views::reverse) {
         ::rmdir(folder.c_str());

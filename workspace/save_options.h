@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@ struct AddedFile {
 struct SaveOptions {
     // Not empty: the original of every changed file is kept beside it under its name and this suffix.
     std::string backupSuffix;
+    // Folders in which files may be written though they lie outside of the folder that was opened.
+    std::vector<std::filesystem::path> allowedOutside;
     // What a copy holds on top, in its own folder. None of them may take the place of a project's file. An
     // older one goes ahead of the first change to the copy, and the new one comes last: beside a copy that
     // was left half done there is none.

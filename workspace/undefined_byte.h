@@ -1,6 +1,9 @@
 // What stands in text for a byte that its encoding leaves undefined, so that no byte is lost.
 #pragma once
 
+#include "base/text.h"
+
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 
@@ -21,6 +24,16 @@ constexpr std::optional<char> ByteOfEscape(char16_t unit) {
         return std::nullopt;
     }
     return static_cast<char>(unit - 0xDC00);
+}
+
+// An edit may bring undefined bytes together with others, so that they are a character then and no longer
+// what `text` says. Where its bytes first read otherwise, `again` being how they read; none when they do not.
+constexpr std::optional<std::size_t> FirstMisread(TextView text, TextView again) {
+    if (text == again) {
+        return std::nullopt;
+    }
+    const auto differs = std::ranges::mismatch(text, again).in1 - text.begin();
+    return std::min(static_cast<std::size_t>(differs), text.size() - 1);
 }
 
 }  // namespace lintara::workspace

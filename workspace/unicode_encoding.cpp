@@ -46,6 +46,7 @@ void Utf8Encoding::Decode(std::string_view bytes, Text& text) const {
 
 bool Utf8Encoding::Encode(TextView text, std::string& bytes) const {
     const std::size_t before = bytes.size();
+    bool hasEscapes = false;
     std::size_t at = 0;
     while (at < text.size()) {
         const std::size_t end = bytes.size();
@@ -60,25 +61,43 @@ bool Utf8Encoding::Encode(TextView text, std::string& bytes) const {
                 AppendUtf8(character, bytes);
             } else if (const auto byte = ByteOfEscape(static_cast<char16_t>(character))) {
                 bytes += *byte;
+                hasEscapes = true;
             } else {
                 bytes.resize(before);
                 return false;
             }
         }
     }
+    if (hasEscapes && FirstMisread(text, Decoded(std::string_view(bytes).substr(before)))) {
+        bytes.resize(before);
+        return false;
+    }
     return true;
 }
 
 std::optional<std::size_t> Utf8Encoding::FirstUnencodable(TextView text) const {
+    std::string bytes;
     std::size_t at = 0;
     while (at < text.size()) {
         const std::size_t start = at;
         const char32_t character = TakeCharacter(text, at);
-        if (IsSurrogate(character) && !ByteOfEscape(static_cast<char16_t>(character))) {
+        const auto byte =
+            IsSurrogate(character) ? ByteOfEscape(static_cast<char16_t>(character)) : std::optional<char>();
+        if (byte) {
+            bytes += *byte;
+        } else if (IsSurrogate(character)) {
             return start;
+        } else {
+            AppendUtf8(character, bytes);
         }
     }
-    return std::nullopt;
+    return FirstMisread(text, Decoded(bytes));
+}
+
+Text Utf8Encoding::Decoded(std::string_view bytes) const {
+    Text text;
+    Decode(bytes, text);
+    return text;
 }
 
 void Utf16Encoding::Decode(std::string_view bytes, Text& text) const {

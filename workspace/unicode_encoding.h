@@ -13,6 +13,9 @@ class Utf8Encoding final : public Encoding {
     void Decode(std::string_view bytes, Text& text) const override;
     [[nodiscard]] bool Encode(TextView text, std::string& bytes) const override;
     [[nodiscard]] std::optional<std::size_t> FirstUnencodable(TextView text) const override;
+
+  private:
+    [[nodiscard]] Text Decoded(std::string_view bytes) const;
 };
 
 // Every code unit as it is, unpaired surrogates too. A last odd byte is not text: there must be none.

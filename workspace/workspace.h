@@ -31,6 +31,7 @@ struct Component {
     hostmodel::ComponentType type = hostmodel::ComponentType::Module;
     std::filesystem::path path;                            // empty for a component in memory
     FileIdentity identity;                                 // of the file when it was read
+    std::int64_t projectFileLine = 0;                      // that names the component; 0: none does
     std::optional<std::vector<DesignerControl>> designer;  // outermost object excepted; none: no designer
     std::unique_ptr<workspace::Module> module;
 };
@@ -48,6 +49,11 @@ class Project {
     [[nodiscard]] const std::vector<std::filesystem::path>& otherFiles() const { return otherFiles_; }
     void AddOtherFile(std::filesystem::path file) { otherFiles_.push_back(std::move(file)); }
 
+    // The folder below which its files may be written (workspace/writable_area.h); empty for a project in
+    // memory.
+    [[nodiscard]] const std::filesystem::path& tree() const { return tree_; }
+    void SetTree(std::filesystem::path tree) { tree_ = std::move(tree); }
+
     // The first component of that name wins the lookup.
     Component& Add(std::unique_ptr<Component> component);
     // Null when there is none.
@@ -56,6 +62,7 @@ class Project {
   private:
     Text name_;
     std::filesystem::path path_;
+    std::filesystem::path tree_;
     std::vector<std::filesystem::path> otherFiles_;
     std::vector<std::unique_ptr<Component>> components_;
     std::unordered_map<Text, Component*> byName_;  // under the folded name

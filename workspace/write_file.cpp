@@ -1,5 +1,6 @@
 #include "workspace/write_file.h"
 
+#include "base/uninterrupted.h"
 #include "workspace/journal.h"
 #include "workspace/read_file.h"
 
@@ -65,10 +66,7 @@ WriteResult CopyContent(const fs::path& from, const fs::path& to) {
     if (result) {
         result = TakeOverAttributes(file->get(), from, status);
     }
-    if (result && ::fsync(file->get()) != 0) {
-        return Failed(cannotWrite);
-    }
-    return result;
+    return result ? FlushOpened(file->get()) : result;
 }
 
 }  // namespace
@@ -90,7 +88,8 @@ fs::path TemporaryNames::Beside(const fs::path& target, std::size_t index) const
 }
 
 std::expected<Descriptor, int> CreateNew(const fs::path& path) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    Descriptor file(Uninterrupted([&] { return ::open(path.c_str(), flags, 0600); }));
     if (!file.open()) {
         return std::unexpected(errno);
     }
@@ -103,11 +102,12 @@ std::string NotCreatedMessage(int error) {
 
 WriteResult WriteAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) {
+        const ssize_t written =
+            Uninterrupted([&] { return ::write(descriptor, bytes.data(), bytes.size()); });
+        if (written < 0) {
             return Failed(cannotWrite);
         }
-        bytes.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
+        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return {};
 }
@@ -118,13 +118,16 @@ WriteResult TakeOverAttributes(int descriptor, const fs::path& original, const s
         return Failed(cannotWrite);
     }
     if (own.st_uid != status.st_uid || own.st_gid != status.st_gid) {
-        if (::fchown(descriptor, status.st_uid, status.st_gid) != 0) {
-            (void)!::fchown(descriptor, static_cast<uid_t>(-1), status.st_gid);
+        const auto change = [&](uid_t owner) {
+            return Uninterrupted([&] { return ::fchown(descriptor, owner, status.st_gid); });
+        };
+        if (change(status.st_uid) != 0) {
+            (void)change(static_cast<uid_t>(-1));
         }
     }
     CopyExtendedAttributes(original, descriptor);
     // Last, as a change of owner takes away some bits.
-    if (::fchmod(descriptor, status.st_mode & 07777) != 0) {
+    if (Uninterrupted([&] { return ::fchmod(descriptor, status.st_mode & 07777); }) != 0) {
         return Failed("its mode cannot be kept");
     }
     return {};
@@ -138,7 +141,7 @@ WriteResult FlushFileSystems(const std::vector<fs::path>& folders) {
         if (!folder.open() || ::fstat(folder.get(), &status) != 0) {
             return Failed(cannotWrite);
         }
-        if (done.insert(status.st_dev).second && ::syncfs(folder.get()) != 0) {
+        if (done.insert(status.st_dev).second && Uninterrupted([&] { return ::syncfs(folder.get()); }) != 0) {
             return Failed(cannotWrite);
         }
     }
@@ -147,11 +150,23 @@ WriteResult FlushFileSystems(const std::vector<fs::path>& folders) {
 
 WriteResult Flush(const fs::path& path) {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return file.open() ? FlushOpened(file.get()) : Failed(cannotWrite);
+}
+
+WriteResult FlushOpened(int descriptor) {
     // Some file systems have nothing to flush for a folder and say so.
-    if (!file.open() || (::fsync(file.get()) != 0 && errno != EINVAL)) {
+    if (Uninterrupted([&] { return ::fsync(descriptor); }) != 0 && errno != EINVAL) {
         return Failed(cannotWrite);
     }
     return {};
+}
+
+bool Rename(const fs::path& from, const fs::path& to) {
+    return Uninterrupted([&] { return ::rename(from.c_str(), to.c_str()); }) == 0;
+}
+
+bool Remove(const fs::path& path) {
+    return Uninterrupted([&] { return ::unlink(path.c_str()); }) == 0 || errno == ENOENT || errno == ENOTDIR;
 }
 
 fs::path KeptName(const fs::path& temporary) {
@@ -160,7 +175,10 @@ fs::path KeptName(const fs::path& temporary) {
 }
 
 WriteResult Exchange(const fs::path& temporary, const fs::path& target) {
-    if (::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0) {
+    const auto exchange = [&] {
+        return ::renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE);
+    };
+    if (Uninterrupted(exchange) == 0) {
         return {};
     }
     if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP) {
@@ -171,19 +189,19 @@ WriteResult Exchange(const fs::path& temporary, const fs::path& target) {
 
 WriteResult ExchangeInSteps(const fs::path& temporary, const fs::path& target) {
     const fs::path kept = KeptName(temporary);
-    if (::link(target.c_str(), kept.c_str()) != 0) {
+    (void)Remove(kept);  // of an exchange that was interrupted; the target still holds it
+    if (Uninterrupted([&] { return ::link(target.c_str(), kept.c_str()); }) != 0) {
         if (auto copied = CopyContent(target, kept); !copied) {
-            ::unlink(kept.c_str());
+            (void)Remove(kept);
             return copied;
         }
     }
-    if (::rename(temporary.c_str(), target.c_str()) != 0) {
-        const int error = errno;
-        ::unlink(kept.c_str());
-        errno = error;
-        return Failed("cannot be replaced");
+    if (!Rename(temporary, target)) {
+        auto failed = Failed("cannot be replaced");
+        (void)Remove(kept);
+        return failed;
     }
-    if (::rename(kept.c_str(), temporary.c_str()) != 0) {
+    if (!Rename(kept, temporary)) {
         return Failed("cannot be kept");
     }
     return {};

@@ -42,6 +42,12 @@ class TemporaryNames {
 [[nodiscard]] WriteResult FlushFileSystems(const std::vector<std::filesystem::path>& folders);
 // A file, or a folder with the names in it.
 [[nodiscard]] WriteResult Flush(const std::filesystem::path& path);
+[[nodiscard]] WriteResult FlushOpened(int descriptor);
+
+// False, with errno, when it failed. `to` is replaced.
+[[nodiscard]] bool Rename(const std::filesystem::path& from, const std::filesystem::path& to);
+// False, with errno, when the file is still there.
+[[nodiscard]] bool Remove(const std::filesystem::path& path);
 
 // Exchanges two files. Where the file system cannot do that in one step, `temporary` takes the place of
 // `target`, whose content is kept first under KeptName and then under the name of `temporary`.

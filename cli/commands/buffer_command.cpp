@@ -135,7 +135,7 @@ ExitStatus RunGet(const OptionReader& given, Environment& environment) {
     const std::int32_t number = NumberOf(given);
     const Text code = FindDatabase(given, environment).Read(number);
     const std::string printed = ToUtf8(code) + "\n";
-    environment.streams.out.Write(printed);
+    environment.streams.out.Write(ForReader(printed, environment.streams.outIsTerminal));
     if (TextOfFile(printed) != code) {
         Messages(environment.streams, false)
             .Warning(

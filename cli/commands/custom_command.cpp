@@ -196,17 +196,23 @@ ExitStatus RunInsertion(const OptionReader& given, Environment& environment) {
     CheckCode(code, options.edit.exact);
     block.code = code.text;
     NoteOrigins(given, code, block.noMarkers, environment);
-    const EditJob job{
-        .command = "custom insert",
-        .stage = "inserting",
-        .done = "Inserted code into",
-        .wouldDo = "Would insert code into",
-        .makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
-            EditPlan plan{.exact = options.edit.exact};
-            plan.edits.push_back(std::make_unique<CustomCodeInsertion>(block));
-            return std::make_unique<ProcedureEditor>(workspace, std::move(globals), environment.platform,
-                                                     std::move(plan));
-        }};
+    const EditJob job{.command = "custom insert",
+                      .stage = "inserting",
+                      .done = "Inserted code into",
+                      .wouldDo = "Would insert code into",
+                      .makeEditor =
+                          [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
+                              EditPlan plan{.exact = options.edit.exact};
+                              plan.edits.push_back(std::make_unique<CustomCodeInsertion>(block));
+                              return std::make_unique<ProcedureEditor>(workspace, std::move(globals),
+                                                                       environment.platform, std::move(plan));
+                          },
+                      .rules = {.customCode = {.in = true,
+                                               .markers = !block.noMarkers,
+                                               .place = block.where,
+                                               .line = block.line,
+                                               .number = MarkerNumber(block.id)},
+                                .exact = options.edit.exact}};
     const ExitStatus status = RunEdit(options, job, environment);
     if (given.Flag("save-settings") && WroteWhatWasAsked(status, options.edit)) {
         Remember(block, settings);
@@ -222,12 +228,14 @@ ExitStatus RunRemoval(const OptionReader& given, Environment& environment) {
         .stage = "removing",
         .done = "Removed code from",
         .wouldDo = "Would remove code from",
-        .makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
-            EditPlan plan{.backwards = true, .exact = options.edit.exact};
-            plan.edits.push_back(std::make_unique<CustomCodeRemoval>(id));
-            return std::make_unique<ProcedureEditor>(workspace, std::move(globals), environment.platform,
-                                                     std::move(plan));
-        }};
+        .makeEditor =
+            [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
+                EditPlan plan{.backwards = true, .exact = options.edit.exact};
+                plan.edits.push_back(std::make_unique<CustomCodeRemoval>(id));
+                return std::make_unique<ProcedureEditor>(workspace, std::move(globals), environment.platform,
+                                                         std::move(plan));
+            },
+        .rules = {.customCode = {.out = true, .number = MarkerNumber(id)}, .exact = options.edit.exact}};
     return RunEdit(options, job, environment);
 }
 

@@ -31,7 +31,8 @@ namespace {
     "  2  wrong usage, a name that the project does not have, or a choice that cannot be done\n"        \
     "  3  the project could not be read or written, or the window could not be shown; nothing was\n"    \
     "     changed\n"                                                                                    \
-    "  4  some procedures were skipped and --strict was given; the others were edited\n"
+    "  4  some procedures were skipped and --strict was given; the others were "                        \
+    "edited\n" LINTARA_FAULT_STATUS
 
 constexpr std::string_view InsertHandlersFooter =
     "\nExamples:\n"

@@ -90,6 +90,7 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
     job.makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
         return MakeInsertionEditor(insertion, workspace, std::move(globals), environment);
     };
+    job.rules = RulesOf(insertion);
     job.independent = IsIndependent(insertion);
     if (insertion.work.lineNumbers) {
         job.addedToCopy = [&](const workspace::Workspace& workspace) {

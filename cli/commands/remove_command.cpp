@@ -47,13 +47,14 @@ constexpr std::string_view What = "What to remove";
 
 // The mirror of the insertion: numbers first.
 std::vector<std::unique_ptr<ProcedureEdit>> EditsOf(const WorkOptions& work, const WantedHandler& handler,
-                                                    const std::shared_ptr<LabelSettings>& settings) {
+                                                    const std::shared_ptr<LabelSettings>& settings,
+                                                    const std::shared_ptr<HandlerPeers>& peers) {
     std::vector<std::unique_ptr<ProcedureEdit>> edits;
     if (work.lineNumbers) {
         edits.push_back(std::make_unique<NumberRemoval>());
     }
     if (work.errorHandlers) {
-        edits.push_back(std::make_unique<HandlerRemoval>(handler, settings));
+        edits.push_back(std::make_unique<HandlerRemoval>(handler, settings, peers));
     }
     return edits;
 }
@@ -67,14 +68,18 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
         work.errorHandlers ? ReadWantedHandler(given, environment) : WantedHandler{};
     const EditCommandOptions options = ReadEditCommand(given);
     EditJob job = RemovalJob(work);
+    job.rules = {.numbers = {.out = work.lineNumbers},
+                 .handlers = {.out = work.errorHandlers, .label = handler.label},
+                 .exact = options.edit.exact};
+    job.independent = true;
     // What was typed into handlers is told from all handlers of the project.
-    job.independent = !work.errorHandlers;
+    const auto peers = std::make_shared<HandlerPeers>();
     job.makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
         Platform platform = environment.platform;
         const auto settings = std::make_shared<LabelSettings>(platform.settings, handler.label);
         platform.settings = settings;
         EditPlan plan{
-            .edits = EditsOf(work, handler, settings), .backwards = true, .exact = options.edit.exact};
+            .edits = EditsOf(work, handler, settings, peers), .backwards = true, .exact = options.edit.exact};
         return std::make_unique<ProcedureEditor>(workspace, std::move(globals), std::move(platform),
                                                  std::move(plan));
     };

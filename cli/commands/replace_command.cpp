@@ -56,14 +56,21 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
     const EditCommandOptions options = ReadEditCommand(given);
     Require(options.scope.components.front().find_first_of("*?") == std::string::npos,
             "--component: give one component; patterns are not allowed here");
-    const EditJob job{
-        .command = "replace",
-        .stage = "replacing",
-        .done = "Replaced in",
-        .wouldDo = "Would replace in",
-        .makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
-            return std::make_unique<ComponentReplace>(workspace, std::move(globals), request);
-        }};
+    const EditJob job{.command = "replace",
+                      .stage = "replacing",
+                      .done = "Replaced in",
+                      .wouldDo = "Would replace in",
+                      .makeEditor =
+                          [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
+                              return std::make_unique<ComponentReplace>(workspace, std::move(globals),
+                                                                        request);
+                          },
+                      .rules = {.replace = ReplaceRules{.sought = request.sought,
+                                                        .replacement = request.replacement,
+                                                        .from = request.from,
+                                                        .to = request.to,
+                                                        .wholeWord = request.wholeWord},
+                                .exact = request.exact}};
     return RunEdit(options, job, environment);
 }
 

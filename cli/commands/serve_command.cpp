@@ -1,6 +1,7 @@
 // lintara serve: the library for programs, over standard input and output.
 #include "cli/commands/commands.h"
 #include "cli/options/option_reader.h"
+#include "cli/options/shared_options.h"
 #include "cli/serve/serve_run.h"
 
 namespace lintara::cli {
@@ -37,8 +38,16 @@ Exit status:
   3  the input could not be read, or nobody reads the answers any more
 )";
 
+OptionInfo AllowSavingOutside() {
+    OptionInfo option = AllowOutsideOption();
+    option.description = "Save files below DIR, too, though it lies outside of the opened folder; repeatable";
+    option.group = {};
+    return option;
+}
+
 ExitStatus Run(const OptionReader& given, Environment& environment) {
-    return RunServe({.isolated = given.Flag("isolated")}, environment);
+    return RunServe({.isolated = given.Flag("isolated"), .allowedOutside = ReadAllowedOutside(given)},
+                    environment);
 }
 
 }  // namespace
@@ -49,7 +58,8 @@ CommandInfo ServeCommand() {
             .footer = ServeFooter,
             .arguments = {},
             .options = {{.name = "isolated",
-                         .description = "Keep settings and code database in memory, apart from the user's"}},
+                         .description = "Keep settings and code database in memory, apart from the user's"},
+                        AllowSavingOutside()},
             .run = Run};
 }
 

@@ -134,7 +134,7 @@ ExitStatus Get(const SettingsRequest& request, const SettingInfo& setting, Setti
                                 {"default", value->isDefault}}));
         return ExitStatus::Done;
     }
-    streams.out.Write(ToUtf8(value->text) + "\n");
+    streams.out.Write(ForReader(ToUtf8(value->text) + "\n", streams.outIsTerminal));
     return ExitStatus::Done;
 }
 

@@ -5,6 +5,7 @@
 #include "cli/help_text.h"
 #include "cli/options/shared_options.h"
 #include "cli/output/messages.h"
+#include "cli/output/terminal_text.h"
 #include "cli/project/caret.h"
 #include "cli/project/open_project.h"
 #include "cli/project/text_source.h"
@@ -64,7 +65,7 @@ ExitStatus RunTransform(const OptionReader& given, Environment& environment, Tra
     }
     Lintara lintara(environment.platform);
     lintara.oG = MakeGlobals(workspace, environment);
-    streams.out.Write(workspace::ToUtf8((lintara.*transform)(*input)));
+    streams.out.Write(ForReader(workspace::ToUtf8((lintara.*transform)(*input)), streams.outIsTerminal));
     return ExitStatus::Done;
 }
 

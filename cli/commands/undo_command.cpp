@@ -11,6 +11,9 @@
 #include "workspace/recovery.h"
 #include "workspace/replace_files.h"
 #include "workspace/save.h"
+#include "workspace/writable_area.h"
+
+#include <algorithm>
 
 namespace lintara::cli {
 namespace {
@@ -22,12 +25,21 @@ constexpr std::string_view UndoFooter =
     "      Bring back every file that the insertion changed, byte for byte.\n"
     "\nOnly the last command that edited the project in place is remembered, under the PATH that was\n"
     "given to it, and only for the 20 projects that were edited last. When any of its files was changed\n"
-    "or deleted since, nothing is restored. A run that was killed is not remembered; 'lintara recover'\n"
-    "finishes or undoes what it left half done.\n"
+    "or deleted since, nothing is restored. What was edited with --allow-outside DIR is restored with it\n"
+    "only. A run that was killed is not remembered; 'lintara recover' finishes or undoes what it left\n"
+    "half done.\n"
     "\nExit status:\n"
     "  0  done, or there was nothing to undo\n"
     "  2  wrong usage\n"
     "  3  the files are not as the command left them, or could not be written; nothing was changed\n";
+
+// Whether the command was undone already, by a run that was killed before it could forget the record.
+bool IsUndone(const UndoRecord& record) {
+    return std::ranges::all_of(record.files, [](const UndoFile& file) {
+        const auto content = workspace::ReadFile(file.path);
+        return content && content->bytes == file.content;
+    });
+}
 
 // The files that the record names, as they are now.
 struct CurrentFile {
@@ -57,7 +69,9 @@ std::expected<std::vector<CurrentFile>, workspace::Diagnostics> ReadCurrent(cons
 }
 
 std::vector<workspace::FileChange> ChangesOf(const std::vector<CurrentFile>& files,
+                                             const std::filesystem::path& path,
                                              const std::filesystem::path& folder) {
+    const std::filesystem::path tree = workspace::TreeOf(path);
     std::vector<workspace::FileChange> changes;
     for (const CurrentFile& file : files) {
         changes.push_back({.path = file.record->path,
@@ -65,14 +79,17 @@ std::vector<workspace::FileChange> ChangesOf(const std::vector<CurrentFile>& fil
                            .original = file.content.bytes,
                            .appendNew = [&file](std::string& bytes) { bytes += file.record->content; },
                            .projectFolder = folder,
-                           .projectName = {}});
+                           .projectName = {},
+                           .tree = tree,
+                           .origin = {}});
     }
     return changes;
 }
 
 // What was undone, as a line for people.
 std::expected<std::string, workspace::Diagnostics> Undo(const std::filesystem::path& path,
-                                                        const UndoStore& store) {
+                                                        const UndoStore& store,
+                                                        const workspace::SaveOptions& save) {
     const auto folders = workspace::ProjectFolders(path);
     if (!folders) {
         return std::unexpected(workspace::Diagnostics{folders.error()});
@@ -86,14 +103,15 @@ std::expected<std::string, workspace::Diagnostics> Undo(const std::filesystem::p
     if (!record) {
         return std::unexpected(workspace::Diagnostics{{{}, 0, record.error()}});
     }
-    if (!*record) {
+    if (!*record || IsUndone(**record)) {
+        store.Forget(path);
         return "Nothing to undo: no command has edited " + PrintablePath(path) + " in place.\n";
     }
     const auto files = ReadCurrent(**record);
     if (!files) {
         return std::unexpected(files.error());
     }
-    const auto written = workspace::ReplaceFiles(ChangesOf(*files, folders->front()), *folders, {});
+    const auto written = workspace::ReplaceFiles(ChangesOf(*files, path, folders->front()), *folders, save);
     if (!written) {
         return std::unexpected(written.error());
     }
@@ -104,8 +122,10 @@ std::expected<std::string, workspace::Diagnostics> Undo(const std::filesystem::p
 
 ExitStatus Run(const OptionReader& given, Environment& environment) {
     const std::filesystem::path path = ReadReading(given).path;
+    workspace::SaveOptions save;
+    save.allowedOutside = ReadAllowedOutside(given);
     return RunLocked(path, ReadWait(given), environment,
-                     [&] { return Undo(path, UndoStore(environment.stateFolder)); });
+                     [&] { return Undo(path, UndoStore(environment.stateFolder), save); });
 }
 
 }  // namespace
@@ -115,7 +135,7 @@ CommandInfo UndoCommand() {
             .description = "Restore what the last editing command changed",
             .footer = UndoFooter,
             .arguments = {PathArgument()},
-            .options = Joined({{WaitOption()}, ProjectFileOptions()}),
+            .options = Joined({{AllowOutsideOption(), WaitOption()}, ProjectFileOptions()}),
             .run = Run};
 }
 

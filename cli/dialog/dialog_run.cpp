@@ -114,7 +114,8 @@ Environment Over(const Environment& environment, Source& in, Sink& err) {
             .platform = environment.platform,
             .identity = environment.identity,
             .stateFolder = environment.stateFolder,
-            .ask = environment.ask};
+            .ask = environment.ask,
+            .commandLine = environment.commandLine};
 }
 
 ExitStatus Carry(const DialogKind& kind, const WindowAnswer& answer, const CaretAnswers& caret,

@@ -1,7 +1,9 @@
 #include "cli/edits/edit_run.h"
 
+#include "cli/edits/freed_memory.h"
 #include "cli/edits/refusal.h"
 #include "cli/history/history_store.h"
+#include "cli/invariants/edit_faults.h"
 #include "cli/numbers/number_map.h"
 #include "cli/output/line_changes.h"
 #include "cli/output/messages.h"
@@ -12,6 +14,7 @@
 #include "cli/project/project_lock.h"
 #include "cli/project/undo_store.h"
 #include "cli/scope/exclusions.h"
+#include "workspace/encoding.h"
 #include "workspace/parallel.h"
 #include "workspace/save.h"
 #include "workspace/unencodable.h"
@@ -19,6 +22,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <unordered_set>
 
 namespace lintara::cli {
 namespace {
@@ -29,6 +33,9 @@ bool IsOneProject(const std::vector<ScopedComponent>& scope) {
            !scope.empty();
 }
 
+// After so many components were edited the memory that was freed is handed back.
+constexpr std::size_t componentsToTrim = 32;
+
 class EditRun {
   public:
     EditRun(const EditCommandOptions& options, const EditJob& job, Environment& environment)
@@ -37,7 +44,8 @@ class EditRun {
           environment_(environment),
           streams_(environment.streams),
           messages_(streams_, options.output.quiet),
-          progress_(streams_, !options.output.quiet) {
+          progress_(streams_, !options.output.quiet),
+          faults_(job.rules) {
         report_.command = job.command;
     }
 
@@ -57,7 +65,7 @@ class EditRun {
         if (const auto failed = Open()) {
             return *failed;
         }
-        const auto scope = ResolveScope(workspace_, options_.scope);
+        auto scope = ResolveScope(workspace_, options_.scope);
         if (!scope) {
             return Fail(ExitStatus::Usage, {{{}, 0, scope.error()}});
         }
@@ -67,11 +75,18 @@ class EditRun {
             messages_.Warning(report_.warnings.back());
         }
         try {
-            Edit(*scope);
+            Edit(*std::move(scope));
         } catch (const Refusal& refusal) {
             return Fail(ExitStatus::Usage, {{{}, 0, refusal.what()}});
         }
-        Compare();
+        if (faults_.Found(workspace_)) {
+            return Fail(ExitStatus::InternalFault, faults_.Keep(environment_, job_.command));
+        }
+        if (auto errors = UnencodableLines(); !errors.empty()) {
+            return Fail(ExitStatus::Failed, std::move(errors));
+        }
+        DropRepeatedRemarks();
+        WarnOfFilesOutside();
         if (const auto failed = Deliver()) {
             return *failed;
         }
@@ -136,9 +151,12 @@ class EditRun {
         }
     }
 
-    void Edit(const std::vector<ScopedComponent>& scope) {
+    void Edit(std::vector<ScopedComponent> scope) {
+        faults_.Begin(scope);
+        diffs_.resize(options_.edit.diff ? scope.size() : 0);
+        newContents_.resize(scope.size());
         if (job_.independent && IsOneProject(scope)) {
-            EditInParallel(scope);
+            EditInParallel(std::move(scope));
             return;
         }
         const auto editor = MakeEditor();
@@ -146,23 +164,34 @@ class EditRun {
             progress_.Update(job_.stage, report_.components.size(), scope.size());
             report_.components.push_back(EditOne(*editor, component));
         }
+        workspace::InParallel(scope.size(), [&](std::size_t i) { CompareComponent(i); });
     }
 
     // Which project is the active one is the only thing that editors of different components share.
-    void EditInParallel(const std::vector<ScopedComponent>& scope) {
+    void EditInParallel(std::vector<ScopedComponent> scope) {
         workspace_.SetActiveProject(*scope.front().project);
         report_.components.resize(scope.size());
         std::vector<std::optional<Refusal>> refusals(scope.size());
+        std::size_t trimmed = 0;
         workspace::InParallel(
             scope.size(),
             [&](std::size_t i) {
                 try {
                     report_.components[i] = EditOne(*MakeEditor(), scope[i]);
+                    CompareComponent(i);
+                    scope[i].groups = {};
                 } catch (const Refusal& refusal) {
                     refusals[i] = refusal;
                 }
             },
-            [&](std::size_t done) { progress_.Update(job_.stage, done, scope.size()); });
+            [&](std::size_t done) {
+                progress_.Update(job_.stage, done, scope.size());
+                // What the components that are done do not need any more lies between what they keep.
+                if (done >= trimmed + componentsToTrim) {
+                    ReturnFreedMemory();
+                    trimmed = done;
+                }
+            });
         // The one that editing in order would have met.
         if (const auto first = std::ranges::find_if(refusals, &std::optional<Refusal>::has_value);
             first != refusals.end()) {
@@ -180,16 +209,25 @@ class EditRun {
         return report;
     }
 
-    // Finds out what changed, from the bytes that a save would write, and makes the diffs of it.
-    void Compare() {
-        diffs_.resize(options_.edit.diff ? report_.components.size() : 0);
-        newContents_.resize(report_.components.size());
-        workspace::InParallel(report_.components.size(), [&](std::size_t i) { CompareComponent(i); });
+    // Several editors know nothing of each other's remarks.
+    void DropRepeatedRemarks() {
+        std::unordered_set<const void*> seen;
+        for (ComponentReport& component : report_.components) {
+            std::erase_if(component.remarks, [&](const Remark& remark) {
+                return remark.about != nullptr && !seen.insert(remark.about).second;
+            });
+        }
     }
 
+    // Finds out what changed, from the bytes that a save would write, and makes the diff of it.
     void CompareComponent(std::size_t index) {
         ComponentReport& report = report_.components[index];
-        const workspace::Module& module = *report.component->module;
+        workspace::Module& module = *report.component->module;
+        const auto headLines = static_cast<std::size_t>(module.OriginalFileLine(Line(1))) - 1;
+        // What belongs to a copy wants to know where its lines come from.
+        if (!options_.edit.output) {
+            module.KeepBytesOnly();
+        }
         if (!module.edited()) {
             return;
         }
@@ -203,6 +241,9 @@ class EditRun {
         }
         const FileLines before = SplitFile(module.originalBytes(), module.encoding());
         const FileLines after = SplitFile(bytes, module.encoding());
+        if (!module.FirstUnencodable()) {  // else nothing is written
+            faults_.Check(index, before, after, headLines);
+        }
         const std::vector<LineChange> changes = CompareLines(before, after);
         report.changed = true;
         report.linesChanged = CountChangedLines(changes);
@@ -211,6 +252,29 @@ class EditRun {
                                   .printable = streams_.outIsTerminal};
             AppendUnifiedDiff(DiffLabel(report.component->path), before, after, changes, module.encoding(),
                               style, diffs_[index]);
+        }
+    }
+
+    // What nobody could write is not shown as if somebody could.
+    [[nodiscard]] workspace::Diagnostics UnencodableLines() const {
+        workspace::Diagnostics errors;
+        for (const ComponentReport& report : report_.components) {
+            if (auto error = workspace::UnencodableIn(*report.component)) {
+                errors.push_back(*std::move(error));
+            }
+        }
+        return errors;
+    }
+
+    // What a run that writes would refuse to write.
+    void WarnOfFilesOutside() {
+        const EditOptions& edit = options_.edit;
+        if (isStandardInput() || !(edit.check || edit.diff || edit.list)) {
+            return;
+        }
+        for (workspace::Diagnostic& outside : workspace::ChangesOutside(workspace_, edit.allowedOutside)) {
+            messages_.Warning(outside, "outside");
+            report_.warnings.push_back(std::move(outside));
         }
     }
 
@@ -243,11 +307,13 @@ class EditRun {
     // The one component that standard input held.
     std::optional<ExitStatus> WriteComponent() {
         const workspace::Component& component = *workspace_.projects().front()->components().front();
-        if (auto error = workspace::UnencodableIn(component)) {
-            return Fail(ExitStatus::Failed, {*std::move(error)});
-        }
         std::string bytes;
         component.module->AppendCurrentBytes(bytes);
+        if (streams_.outIsTerminal) {
+            Text text;
+            component.module->encoding().Decode(bytes, text);
+            bytes = ForReader(workspace::ToUtf8(text), true);
+        }
         streams_.out.Write(bytes);
         return std::nullopt;
     }
@@ -256,6 +322,7 @@ class EditRun {
         const EditOptions& edit = options_.edit;
         workspace::SaveOptions save;
         save.backupSuffix = edit.backupSuffix;
+        save.allowedOutside = edit.allowedOutside;
         save.progress = [&](std::size_t done, std::size_t total) { progress_.Update("saving", done, total); };
         if (edit.output && job_.addedToCopy) {
             save.added = job_.addedToCopy(workspace_);
@@ -324,6 +391,7 @@ class EditRun {
     std::optional<workspace::ProjectLock> lock_;
     workspace::Workspace workspace_;
     Report report_;
+    EditFaults faults_;
     std::vector<std::string> diffs_;                   // of each component
     std::vector<workspace::ContentMark> newContents_;  // of each component that is saved in place
 };

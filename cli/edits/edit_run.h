@@ -4,6 +4,7 @@
 
 #include "cli/environment.h"
 #include "cli/exit_status.h"
+#include "cli/invariants/edit_rules.h"
 #include "cli/options.h"
 #include "cli/output/report.h"
 #include "cli/scope/scope.h"
@@ -37,9 +38,11 @@ struct EditJob {
     std::function<std::unique_ptr<ComponentEditor>(workspace::Workspace& workspace,
                                                    std::shared_ptr<hostmodel::Globals> globals)>
         makeEditor;
-    // Whether each component is edited by itself: no editor remembers anything from one to the next, or asks
-    // the machine. Several editors may work at the same time then, each on another component.
+    // Whether each component is edited by itself: no editor sees what another one did, or asks the machine.
+    // Several editors may work at the same time then, each on another component.
     bool independent = false;
+    // What it may do to them: what it did is held against this before anything is written or shown.
+    EditRules rules = {};
     // What a copy gets on top of the projects' files; empty: nothing.
     std::function<std::vector<workspace::AddedFile>(const workspace::Workspace& workspace)> addedToCopy = {};
 };

@@ -2,11 +2,13 @@
 
 #include "cli/edits/handler_block.h"
 #include "workspace/characters.h"
+#include "workspace/parallel.h"
 #include "workspace/syntax.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 namespace lintara::cli {
 namespace {
@@ -62,7 +64,7 @@ void AppendShape(TextView line, const Names& names, Text& shape) {
     shape.push_back(u'\n');
 }
 
-Text ShapeOf(std::span<const Text> block, const Names& names) {
+Text TextOf(std::span<const Text> block, const Names& names) {
     Text shape;
     for (const Text& line : block) {
         AppendShape(line, names, shape);
@@ -73,33 +75,47 @@ Text ShapeOf(std::span<const Text> block, const Names& names) {
     return shape;
 }
 
-}  // namespace
-
-HandlerPeers::Peers HandlerPeers::PeersOf(const EditTarget& target, std::span<const Text> block,
-                                          TextView name) {
-    if (project_ != &target.project) {
-        Survey(target.project);
-    }
-    Entry& entry = shapes_[ShapeOf(block, {target.project.name(), target.component.name, name})];
-    return {entry.count, !std::exchange(entry.asked, true)};
-}
-
-void HandlerPeers::Survey(const workspace::Project& project) {
-    project_ = &project;
-    shapes_.clear();
+std::vector<Text> HandlersIn(const workspace::Project& project, const workspace::Component& component) {
+    std::vector<Text> handlers;
+    const auto module = component.module->AsLoaded();
     ProcedureText text;
-    for (const auto& component : project.components()) {
-        for (const workspace::ProcedureInfo& procedure : component->module->Procedures()) {
-            const LineRange body = procedure.body();
-            text.Read(*component->module, std::span(&body, 1));
-            const auto lines = text.body(text.parts().front());
-            if (const auto block = FindHandlerBlock(lines)) {
-                ++shapes_[ShapeOf(lines.subspan(block->begin),
-                                  {project.name(), component->name, procedure.name})]
-                      .count;
-            }
+    for (const workspace::ProcedureInfo& procedure : module->Procedures()) {
+        const LineRange body = procedure.body();
+        text.Read(*module, std::span(&body, 1));
+        const auto lines = text.body(text.parts().front());
+        if (const auto block = FindHandlerBlock(lines)) {
+            handlers.push_back(
+                TextOf(lines.subspan(block->begin), {project.name(), component.name, procedure.name}));
         }
     }
+    return handlers;
+}
+
+}  // namespace
+
+const HandlerPeers::Shape& HandlerPeers::ShapeOf(const EditTarget& target, std::span<const Text> block,
+                                                 TextView name) {
+    Text text = TextOf(block, {target.project.name(), target.component.name, name});
+    const std::scoped_lock lock(mutex_);
+    auto known = projects_.find(&target.project);
+    if (known == projects_.end()) {
+        known = projects_.emplace(&target.project, Survey(target.project)).first;
+    }
+    return known->second[std::move(text)];
+}
+
+HandlerPeers::Shapes HandlerPeers::Survey(const workspace::Project& project) {
+    const auto& components = project.components();
+    std::vector<std::vector<Text>> handlers(components.size());
+    workspace::InParallel(components.size(),
+                          [&](std::size_t i) { handlers[i] = HandlersIn(project, *components[i]); });
+    Shapes shapes;
+    for (std::vector<Text>& ofComponent : handlers) {
+        for (Text& handler : ofComponent) {
+            ++shapes[std::move(handler)].count;
+        }
+    }
+    return shapes;
 }
 
 }  // namespace lintara::cli

@@ -2,9 +2,12 @@
 // handler without its like was written or changed by hand.
 #pragma once
 
+#include "base/text.h"
 #include "cli/edits/edit_target.h"
 
 #include <cstddef>
+#include <map>
+#include <mutex>
 #include <span>
 #include <unordered_map>
 
@@ -12,25 +15,23 @@ namespace lintara::cli {
 
 class HandlerPeers {
   public:
-    struct Peers {
-        std::size_t count = 0;  // of handlers that are alike, the one that was asked for among them
-        bool isNew = false;     // they were not asked for before
+    // Handlers of one project that are alike.
+    struct Shape {
+        std::size_t count = 0;
     };
 
-    // `block` are the lines of a handler, from its marker on, in a procedure called `name`. The project is
-    // looked at as it is when it is first asked for.
-    [[nodiscard]] Peers PeersOf(const EditTarget& target, std::span<const Text> block, TextView name);
+    // The shape of a handler, whose lines from its marker on are `block`, in a procedure called `name`. The
+    // project's handlers are counted as they were loaded, whatever was edited since. May be called from
+    // several threads.
+    [[nodiscard]] const Shape& ShapeOf(const EditTarget& target, std::span<const Text> block, TextView name);
 
   private:
-    struct Entry {
-        std::size_t count = 0;
-        bool asked = false;
-    };
+    using Shapes = std::unordered_map<Text, Shape>;
 
-    void Survey(const workspace::Project& project);
+    [[nodiscard]] static Shapes Survey(const workspace::Project& project);
 
-    const workspace::Project* project_ = nullptr;
-    std::unordered_map<Text, Entry> shapes_;
+    std::mutex mutex_;
+    std::map<const workspace::Project*, Shapes> projects_;  // those that were surveyed
 };
 
 }  // namespace lintara::cli

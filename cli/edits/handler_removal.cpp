@@ -259,16 +259,17 @@ void HandlerRemoval::RemarkEdited(const EditTarget& target, const ProcedureGroup
             continue;
         }
         const auto block = text_.body(text_.parts()[i]).subspan(blocks_[i]->begin);
-        const HandlerPeers::Peers peers = peers_.PeersOf(target, block, group.name);
-        if (peers.count < 2) {
+        const HandlerPeers::Shape& shape = peers_->ShapeOf(target, block, group.name);
+        if (shape.count < 2) {
             report.remarks.push_back(TypedRemark(target, group, *change));
-        } else if (peers.isNew) {
+        } else if (told_.insert(&shape).second) {
             report.remarks.push_back(
                 {"other-template", target.Input(*change),
-                 std::to_string(peers.count) +
+                 std::to_string(shape.count) +
                      " error handlers of the project are alike, but not what the label and the template "
                      "give: they are from another template; one has " +
-                     target.Place(*change)});
+                     target.Place(*change),
+                 &shape});
         }
     }
 }
@@ -285,7 +286,7 @@ std::vector<Remark> HandlerRemoval::RemarksOnTyped(const EditTarget& target, con
         wanted[LabelLine] = blocks[i]->label + u":";
         const auto change = ChangeIn(text, i, *blocks[i], wanted);
         const auto block = text.body(text.parts()[i]).subspan(blocks[i]->begin);
-        if (change && peers_.PeersOf(target, block, group.name).count < 2) {
+        if (change && peers_->ShapeOf(target, block, group.name).count < 2) {
             remarks.push_back(TypedRemark(target, group, *change));
         }
     }

@@ -11,15 +11,18 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <unordered_set>
 #include <vector>
 
 namespace lintara::cli {
 
 class HandlerRemoval : public ProcedureEdit {
   public:
-    // `settings` are those that the library reads its label from.
-    HandlerRemoval(WantedHandler wanted, std::shared_ptr<LabelSettings> settings)
-        : wanted_(std::move(wanted)), settings_(std::move(settings)) {}
+    // `settings` are those that the library reads its label from. Removals from one project may share
+    // `peers`.
+    HandlerRemoval(WantedHandler wanted, std::shared_ptr<LabelSettings> settings,
+                   std::shared_ptr<HandlerPeers> peers = std::make_shared<HandlerPeers>())
+        : wanted_(std::move(wanted)), settings_(std::move(settings)), peers_(std::move(peers)) {}
 
     // A group without handlers is left alone and not looked at closer.
     [[nodiscard]] std::expected<bool, Skip> Apply(const EditTarget& target, const ProcedureGroup& group,
@@ -55,7 +58,8 @@ class HandlerRemoval : public ProcedureEdit {
 
     WantedHandler wanted_;
     std::shared_ptr<LabelSettings> settings_;
-    HandlerPeers peers_;
+    std::shared_ptr<HandlerPeers> peers_;
+    std::unordered_set<const HandlerPeers::Shape*> told_;  // those that a remark was made on
     ProcedureText text_;
     Blocks blocks_;
 };

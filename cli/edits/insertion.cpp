@@ -96,6 +96,16 @@ InsertionOptions ReadInsertion(const OptionReader& given, Environment& environme
     return options;
 }
 
+EditRules RulesOf(const InsertionOptions& options) {
+    const bool replacesHandlers = options.work.errorHandlers && options.refresh;
+    return {.numbers = {.in = options.work.lineNumbers,
+                        .out = options.work.lineNumbers && (options.numbers.renumber || replacesHandlers)},
+            .handlers = {.in = options.work.errorHandlers,
+                         .out = replacesHandlers,
+                         .label = options.handler.label},
+            .exact = options.exact};
+}
+
 // To replace handlers takes a look at all handlers of the project.
 bool IsIndependent(const InsertionOptions& options) {
     return !options.refresh && !HoldsOpenPlaceholder(options.handler.code);

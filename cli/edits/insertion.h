@@ -29,6 +29,9 @@ struct InsertionOptions {
 // Throws UsageError, also when nothing is to be inserted. Reads the template's file, or standard input.
 [[nodiscard]] InsertionOptions ReadInsertion(const OptionReader& given, Environment& environment);
 
+// What such an insertion may do to a component.
+[[nodiscard]] EditRules RulesOf(const InsertionOptions& options);
+
 // Whether the insertion into one component has nothing to do with that into another; see EditJob.
 [[nodiscard]] bool IsIndependent(const InsertionOptions& options);
 

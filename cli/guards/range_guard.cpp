@@ -64,6 +64,21 @@ bool HasEarlierName(const workspace::ProcedureInfo& procedure, const workspace::
            FindText(header, parsed->name) < static_cast<std::size_t>(parsed->name.data() - header.data());
 }
 
+// A range without lines that the library visits outside of the procedures: what it inserts would go there.
+std::optional<Line> FindStrayRange(const transform::ProcedureRanges& ranges, const ProcedureGroup& group) {
+    for (const auto& [start, end] :
+         {std::pair(ranges.Start1, ranges.End1), std::pair(ranges.Start2, ranges.End2),
+          std::pair(ranges.Start3, ranges.End3)}) {
+        const auto holds = [at = start](const workspace::ProcedureInfo& procedure) {
+            return procedure.header <= at && at <= procedure.closing + 1;
+        };
+        if (ranges.Found && start > Line(0) && end <= start && std::ranges::none_of(group.reached, holds)) {
+            return start;
+        }
+    }
+    return std::nullopt;
+}
+
 bool Unclosed(const workspace::ProcedureInfo& procedure) {
     return !procedure.closed;
 }
@@ -90,10 +105,16 @@ std::optional<RangeMismatch> CompareRanges(const transform::ProcedureRanges& ran
                                            const ProcedureGroup& group, const workspace::Module& module) {
     const std::vector<LineRange> visited = RangesToVisit(ranges);
     const std::vector<LineRange> bodies = BodiesOf(group);
-    if (visited == bodies) {
-        return std::nullopt;
-    }
     const Line last(module.CountOfLines());
+    if (visited == bodies) {
+        const auto stray = FindStrayRange(ranges, group);
+        if (!stray) {
+            return std::nullopt;
+        }
+        const Line line = std::clamp(*stray, Line(1), std::max(last, Line(1)));
+        return RangeMismatch{line, "text that looks like another procedure of its name, above " +
+                                       InputPlace(module, line) + ", would be edited, too"};
+    }
     RangeMismatch mismatch{std::clamp(FirstDifference(visited, bodies), Line(1), std::max(last, Line(1))),
                            {}};
     if (const auto open = std::ranges::find_if(group.reached, Unclosed); open != group.reached.end()) {

@@ -1,5 +1,6 @@
 #include "cli/numbers/number_map.h"
 
+#include "base/uninterrupted.h"
 #include "cli/edits/number_insertion.h"
 #include "cli/options/option_values.h"
 #include "cli/output/json_text.h"
@@ -15,6 +16,7 @@
 #include <fstream>
 #include <limits>
 #include <system_error>
+#include <utility>
 
 namespace lintara::cli {
 namespace {
@@ -109,6 +111,20 @@ struct Damage {};
 
 constexpr std::int64_t largestLine = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t largestNumber = 9'999'999'999;  // of ten digits
+
+// Every level of brackets costs memory, of which a map needs few. Brackets in texts count, too, as no map has
+// any there that are not closed.
+bool IsNestedDeeply(std::string_view bytes) {
+    constexpr int deepest = 100;
+    int depth = 0;
+    for (const char c : bytes) {
+        depth += c == '[' || c == '{' ? 1 : c == ']' || c == '}' ? -1 : 0;
+        if (depth > deepest) {
+            return true;
+        }
+    }
+    return false;
+}
 
 std::int64_t WholeNumberIn(const Json& value, std::int64_t least, std::int64_t most) {
     if (!value.is_number_integer() ||
@@ -265,6 +281,9 @@ std::string NumberMapText(const workspace::Workspace& workspace, const NumberOpt
 }
 
 std::expected<NumberMap, std::string> ParseNumberMap(std::string_view bytes) {
+    if (std::cmp_greater(bytes.size(), largestMap) || IsNestedDeeply(bytes)) {
+        return std::unexpected("is no map of line numbers, or is damaged");
+    }
     try {
         const Json object = Json::parse(bytes);
         if (WholeNumberIn(object.at("version"), 0, largestLine) != mapVersion) {
@@ -280,7 +299,8 @@ std::expected<NumberMap, std::string> ParseNumberMap(std::string_view bytes) {
 std::expected<void, std::string> RemoveNumberMap(const fs::path& folder) {
     const fs::path path = folder / numberMapName;
     std::error_code error;
-    if (IsNumberMap(path) && !fs::remove(path, error) && error) {
+    const auto remove = [&] { return fs::remove(path, error); };
+    if (IsNumberMap(path) && !Uninterrupted(error, remove) && error) {
         return std::unexpected("the map of an earlier copy cannot be removed: " +
                                workspace::SystemMessage(error.value()));
     }

@@ -29,6 +29,8 @@
 namespace lintara::cli {
 
 inline constexpr std::string_view numberMapName = "lintara-map.json";
+// Bytes; room for four million numbers.
+inline constexpr std::int64_t largestMap = std::int64_t{64} << 20;
 
 struct MappedComponent {
     Text project;

@@ -52,7 +52,7 @@ class WhereRun {
 
     std::optional<ExitStatus> ReadMap() {
         const std::filesystem::path& path = *options_.map;
-        const auto content = workspace::ReadFile(path);
+        const auto content = workspace::ReadFile(path, largestMap);
         if (!content) {
             return Complain(ExitStatus::Failed, content.error(), path);
         }

@@ -3,6 +3,7 @@
 #include "base/constants.h"
 #include "cli/options/number_rules.h"
 #include "cli/options/option_values.h"
+#include "cli/output/terminal_text.h"
 #include "workspace/characters.h"
 #include "workspace/encoding.h"
 #include "workspace/project_folders.h"
@@ -166,6 +167,25 @@ ScopeOptions ReadScope(const OptionReader& given) {
     return scope;
 }
 
+// A project must not give it to itself, so no project file may.
+OptionInfo AllowOutsideOption() {
+    return {.name = "allow-outside",
+            .kind = OptionKind::Texts,
+            .valueName = "DIR",
+            .description = "Edit files below DIR, too, though it lies outside of PATH's folder; repeatable",
+            .group = Saving};
+}
+
+std::vector<std::filesystem::path> ReadAllowedOutside(const OptionReader& given) {
+    std::vector<std::filesystem::path> folders;
+    for (const std::string& text : given.TextsOf("allow-outside")) {
+        std::error_code error;
+        Require(std::filesystem::is_directory(text, error), "--allow-outside: there is no folder " + text);
+        folders.emplace_back(text);
+    }
+    return folders;
+}
+
 OptionInfo WaitOption() {
     return {.name = "wait",
             .kind = OptionKind::Text,
@@ -200,6 +220,7 @@ std::vector<OptionInfo> SavingOptions() {
          .valueName = "SUFFIX",
          .description = "Keep each original as NAME + SUFFIX, in place of an older one",
          .group = Saving},
+        AllowOutsideOption(),
         WaitOption(),
     };
 }
@@ -220,6 +241,7 @@ EditOptions ReadEditing(const OptionReader& given) {
                      .list = given.Flag("list"),
                      .output = given.TextOf("output"),
                      .backupSuffix = given.Parsed("backup", ParseBackupSuffix).value_or(""),
+                     .allowedOutside = ReadAllowedOutside(given),
                      .exact = given.Flag("exact"),
                      .strict = given.Flag("strict"),
                      .waitSeconds = ReadWait(given)};
@@ -229,6 +251,8 @@ EditOptions ReadEditing(const OptionReader& given) {
     Require(edit.writesInPlace() || edit.backupSuffix.empty(),
             "--backup keeps what an edit in place replaces; "
             "it goes with none of --check, --diff, --list and --output");
+    Require(!edit.output || edit.allowedOutside.empty(),
+            "--allow-outside is about files that are edited in place; it does not go with --output");
     const int results = (edit.diff ? 1 : 0) + (edit.list ? 1 : 0) + (given.Flag("json") ? 1 : 0);
     Require(results <= 1, "--diff, --list and --json all want standard output; give one of them");
     return edit;
@@ -359,6 +383,17 @@ Text ReadLabel(const OptionReader& given) {
     return label ? workspace::FromUtf8(*label) : Text(constants::DefaultErrorHandlerLabel);
 }
 
+namespace {
+
+// A pipe is something that only the user himself names: to read one is to wait for whoever writes to it.
+void RequireNoPipe(const std::string& label, const std::filesystem::path& path) {
+    std::error_code error;
+    Require(!std::filesystem::is_fifo(path, error),
+            label + ": " + PrintablePath(path) + " is a pipe, not a file");
+}
+
+}  // namespace
+
 TextSource ReadTemplate(const OptionReader& given) {
     const GivenOption* option = given.given().Find("template");
     if (option == nullptr) {
@@ -366,6 +401,9 @@ TextSource ReadTemplate(const OptionReader& given) {
     }
     if (option->origin == OptionOrigin::UserSettings) {
         return workspace::FromUtf8(option->texts.front());
+    }
+    if (option->origin == OptionOrigin::ProjectFile) {
+        RequireNoPipe(given.LabelOf("template"), option->texts.front());
     }
     return SourceFromArgument(option->texts.front());
 }

@@ -6,6 +6,7 @@
 #include "cli/options/command_info.h"
 #include "cli/options/option_reader.h"
 
+#include <filesystem>
 #include <initializer_list>
 #include <vector>
 
@@ -32,8 +33,11 @@ namespace lintara::cli {
 [[nodiscard]] std::vector<OptionInfo> ScopeOptionInfos();
 [[nodiscard]] ScopeOptions ReadScope(const OptionReader& given);
 
-// --check, --diff, --list, --output, --backup, --wait
+// --check, --diff, --list, --output, --backup, --allow-outside, --wait
 [[nodiscard]] std::vector<OptionInfo> SavingOptions();
+// --allow-outside alone, for other commands that write files in place. Each is a folder that is there.
+[[nodiscard]] OptionInfo AllowOutsideOption();
+[[nodiscard]] std::vector<std::filesystem::path> ReadAllowedOutside(const OptionReader& given);
 // --wait alone, for other commands that take the project's lock.
 [[nodiscard]] OptionInfo WaitOption();
 [[nodiscard]] double ReadWait(const OptionReader& given);

@@ -1,5 +1,6 @@
 #include "cli/output/json_text.h"
 
+#include "cli/output/terminal_text.h"
 #include "workspace/encoding.h"
 
 namespace lintara::cli {
@@ -22,7 +23,7 @@ Json DiagnosticObject(const workspace::Diagnostic& diagnostic, std::string_view 
 }
 
 std::string Dump(const Json& value) {
-    return value.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+    return PrintableJson(value.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
 }
 
 }  // namespace lintara::cli

@@ -21,7 +21,7 @@ using Json = nlohmann::ordered_json;
 // {"file": ..., "line": ..., "code": ..., "message": ...}; without a code when it is empty.
 [[nodiscard]] Json DiagnosticObject(const workspace::Diagnostic& diagnostic, std::string_view code = {});
 
-// The value, indented, with a line break at its end.
+// The value, indented, with a line break at its end. Whatever could steer a terminal is written as an escape.
 [[nodiscard]] std::string Dump(const Json& value);
 
 }  // namespace lintara::cli

@@ -63,6 +63,8 @@ struct Remark {
     std::string_view code;
     Line at;
     std::string message;
+    // Of several remarks on the same thing only the first is told. Null: the remark stands for itself.
+    const void* about = nullptr;
 };
 
 struct ComponentReport {

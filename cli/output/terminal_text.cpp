@@ -92,6 +92,47 @@ std::string PrintablePath(const std::filesystem::path& path) {
     return Printable(std::string_view(path.native()));
 }
 
+std::string ForReader(std::string_view utf8, bool isTerminal) {
+    if (!isTerminal) {
+        return std::string(utf8);
+    }
+    std::string out;
+    while (!utf8.empty()) {
+        const std::size_t end = std::min(utf8.find('\n'), utf8.size());
+        std::string_view line = utf8.substr(0, end);
+        utf8.remove_prefix(std::min(end + 1, utf8.size()));
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        AppendPrintable(line, out);
+        out += '\n';
+    }
+    return out;
+}
+
+std::string PrintableJson(std::string json) {
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x7f; };
+    if (std::ranges::all_of(json, isAscii)) {
+        return json;
+    }
+    std::string out;
+    for (std::string_view rest = json; !rest.empty();) {
+        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(rest, isAscii) - rest.begin());
+        out += rest.substr(0, plain);
+        rest.remove_prefix(plain);
+        const std::size_t length = rest.empty() ? 0 : std::max<std::size_t>(CharacterLength(rest), 1);
+        const std::string_view character = rest.substr(0, length);
+        if (const std::uint32_t point = length == 0 ? ' ' : CodePointOf(character); Steers(point)) {
+            out += "\\u";
+            AppendHex(point, 4, out);
+        } else {
+            out += character;
+        }
+        rest.remove_prefix(length);
+    }
+    return out;
+}
+
 std::size_t ColumnsOf(std::string_view utf8) {
     return static_cast<std::size_t>(std::ranges::count_if(
         utf8, [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0) != 0x80; }));

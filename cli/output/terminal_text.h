@@ -17,6 +17,14 @@ void AppendPrintable(std::string_view utf8, std::string& out);
 [[nodiscard]] std::string Printable(TextView text);
 [[nodiscard]] std::string PrintablePath(const std::filesystem::path& path);
 
+// A text of several lines: as it is for a program, and for a terminal with nothing in its lines that steers
+// it.
+[[nodiscard]] std::string ForReader(std::string_view utf8, bool isTerminal);
+
+// JSON, in UTF-8, with escapes for what could steer a terminal. JSON itself demands them for the control
+// characters of ASCII only; the others can stand in its texts alone, where an escape means the same.
+[[nodiscard]] std::string PrintableJson(std::string json);
+
 // The number of columns that `utf8` takes on a terminal, every character taken as one column wide.
 [[nodiscard]] std::size_t ColumnsOf(std::string_view utf8);
 

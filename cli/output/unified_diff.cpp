@@ -20,14 +20,13 @@ bool IsAscii(std::string_view bytes) {
     return std::ranges::all_of(bytes, [](char c) { return static_cast<signed char>(c) >= 0; });
 }
 
-// A path in a header line; quoted, as git and patch understand it, when it holds what would break the line.
+// A path in a header line; quoted, as git and patch understand it, when it holds what would break the line or
+// steer a terminal.
 std::string QuotedLabel(std::string_view prefix, std::string_view label) {
     std::string path(prefix);
     path += label;
-    const bool plain = std::ranges::none_of(path, [](char c) {
-        return static_cast<unsigned char>(c) < ' ' || c == 0x7f || c == '"' || c == '\\';
-    });
-    if (plain) {
+    const bool steers = Printable(std::string_view(path)) != path;
+    if (!steers && path.find_first_of("\t\"\\") == std::string::npos) {
         // A tab ends the name for patch, so that blanks may be part of it.
         return path.contains(' ') ? path + '\t' : path;
     }
@@ -37,7 +36,7 @@ std::string QuotedLabel(std::string_view prefix, std::string_view label) {
         if (c == '"' || c == '\\') {
             quoted += '\\';
             quoted += c;
-        } else if (byte < ' ' || byte == 0x7f) {
+        } else if (byte < ' ' || byte == 0x7f || (steers && byte > 0x7f)) {
             quoted += '\\';
             quoted += static_cast<char>('0' + (byte >> 6));
             quoted += static_cast<char>('0' + ((byte >> 3) & 7));

@@ -1,10 +1,12 @@
 #include "cli/project/undo_store.h"
 
+#include "base/uninterrupted.h"
 #include "cli/output/terminal_text.h"
 #include "workspace/checksum.h"
 #include "workspace/read_file.h"
 #include "workspace/write_file.h"
 
+#include <cerrno>
 #include <charconv>
 #include <string_view>
 #include <system_error>
@@ -127,6 +129,31 @@ std::optional<UndoRecord> Parsed(std::string_view bytes) {
     return reader.left() > 0 ? std::nullopt : std::optional(std::move(record));
 }
 
+// The folder and those above it that are missing; itself for the user alone.
+std::error_code MakeFolder(const fs::path& folder) {
+    std::error_code error;
+    if (Uninterrupted(error, [&] { return fs::create_directories(folder, error); }) && !error) {
+        Uninterrupted(error, [&] {
+            fs::permissions(folder, fs::perms::owner_all, error);
+            return 0;
+        });
+    }
+    return error;
+}
+
+// What runs that were killed while they wrote this record have left.
+void RemoveLeftovers(const fs::path& target) {
+    std::error_code error;
+    const std::string prefix = target.filename().string() + std::string(workspace::temporaryPrefix);
+    for (fs::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name.starts_with(prefix) && name.ends_with(workspace::temporarySuffix)) {
+            (void)workspace::Remove(entry->path());
+        }
+    }
+}
+
 }  // namespace
 
 UndoStore::UndoStore(const fs::path& stateFolder) : records_(stateFolder / "undo", "", mostUndoRecords) {}
@@ -137,26 +164,25 @@ std::expected<void, std::string> UndoStore::Write(const fs::path& project, std::
     const auto complain = [&](const std::string& what) {
         return std::unexpected(PrintablePath(target) + " " + what);
     };
-    std::error_code error;
-    if (fs::create_directories(records_.folder(), error) && !error) {
-        fs::permissions(records_.folder(), fs::perms::owner_all, error);
-    }
-    if (error) {
+    // What is remembered is never an earlier command than the last.
+    Forget(project);
+    if (const std::error_code error = MakeFolder(records_.folder())) {
         return complain("cannot be written: " + error.message());
     }
-    const fs::path temporary = workspace::TemporaryNames().Beside(target, 0);
+    RemoveLeftovers(target);
+    fs::path temporary = workspace::TemporaryNames().Beside(target, 0);
+    temporary.replace_filename(target.filename().string() + temporary.filename().string());
     const auto file = workspace::CreateNew(temporary);
     if (!file) {
         return complain(workspace::NotCreatedMessage(file.error()));
     }
-    const auto written = WriteRecord(file->get(), command, files);
-    if (written) {
-        fs::rename(temporary, target, error);
+    workspace::WriteResult written = WriteRecord(file->get(), command, files);
+    if (written && !workspace::Rename(temporary, target)) {
+        written = std::unexpected("cannot be written: " + workspace::SystemMessage(errno));
     }
-    if (!written || error) {
-        std::error_code ignored;
-        fs::remove(temporary, ignored);
-        return complain(written ? "cannot be written: " + error.message() : written.error());
+    if (!written) {
+        (void)workspace::Remove(temporary);
+        return complain(written.error());
     }
     records_.ForgetOldest(target);
     return {};
@@ -180,8 +206,7 @@ std::expected<std::optional<UndoRecord>, std::string> UndoStore::Read(const fs::
 }
 
 void UndoStore::Forget(const fs::path& project) const {
-    std::error_code ignored;
-    fs::remove(records_.FileOf(project), ignored);
+    (void)workspace::Remove(records_.FileOf(project));
 }
 
 }  // namespace lintara::cli

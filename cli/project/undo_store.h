@@ -44,7 +44,7 @@ class UndoStore {
     explicit UndoStore(const std::filesystem::path& stateFolder);
 
     // `project` is a path as the command line names it. When there are more records than `mostUndoRecords`
-    // then, the oldest ones go.
+    // then, the oldest ones go. When it fails, no earlier command on the project is remembered, either.
     [[nodiscard]] std::expected<void, std::string> Write(const std::filesystem::path& project,
                                                          std::string_view command,
                                                          std::span<const ReplacedFile> files) const;

@@ -58,6 +58,7 @@ ExitStatus RunServe(const ServeOptions& options, Environment& environment) {
     const BrokenPipeIgnored brokenPipe;
     Streams& streams = environment.streams;
     Session session = SessionFor(options, environment);
+    session.AllowOutside(options.allowedOutside);
     Endpoint endpoint(session, streams.out);
     LineReader lines(streams.in, options.longestLine);
     while (!streams.out.failed()) {

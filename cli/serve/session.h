@@ -9,7 +9,10 @@
 #include "workspace/object_model.h"
 #include "workspace/workspace.h"
 
+#include <filesystem>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace lintara::cli {
 
@@ -27,6 +30,10 @@ class Session {
     [[nodiscard]] SettingsStore* settings() { return state_->platform.settings.get(); }
     // What was to be told when the projects were opened.
     [[nodiscard]] workspace::Diagnostics& warnings() { return state_->warnings; }
+
+    // Folders in which files may be written though they lie outside of the folder that was opened.
+    [[nodiscard]] const std::vector<std::filesystem::path>& allowedOutside() const { return allowedOutside_; }
+    void AllowOutside(std::vector<std::filesystem::path> folders) { allowedOutside_ = std::move(folders); }
 
     // Closes everything and saves nothing: all is as it was at first.
     void Reset();
@@ -47,6 +54,7 @@ class Session {
     Platform platform_;
     std::shared_ptr<Identity> identity_;
     bool isolated_ = false;
+    std::vector<std::filesystem::path> allowedOutside_;
     std::unique_ptr<State> state_;
 };
 

@@ -161,7 +161,9 @@ Json Changes(Session& session, const Arguments&) {
 // The project is locked while its files are written, and no longer: a process that serves for hours keeps
 // nobody waiting. That nobody wrote the files meanwhile is checked under the lock.
 Json Save(Session& session, const Arguments&) {
-    const auto saved = workspace::Save(session.workspace(), {});
+    workspace::SaveOptions options;
+    options.allowedOutside = session.allowedOutside();
+    const auto saved = workspace::Save(session.workspace(), options);
     if (!saved) {
         throw HostFailure(saved.error());
     }

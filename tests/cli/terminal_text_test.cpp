@@ -40,6 +40,22 @@ TEST(Printable, EscapesBytesThatAreNoUtf8) {
     EXPECT_EQ(Shown("\xc0\x9b"), "\\xc0\\x9b");
 }
 
+TEST(ForReader, IsTheTextItselfForAProgram) {
+    EXPECT_EQ(ForReader("a\x1b\r\nb\r", false), "a\x1b\r\nb\r");
+}
+
+TEST(ForReader, KeepsTheLinesForATerminalAndNothingThatSteersIt) {
+    EXPECT_EQ(ForReader("a\x1b\r\n\tb\rc\n\nd", true), "a\\x1b\n\tb\\x0dc\n\nd\n");
+    EXPECT_EQ(ForReader("", true), "");
+}
+
+TEST(PrintableJson, EscapesWhatJsonItselfDoesNot) {
+    EXPECT_EQ(PrintableJson("{\"a\": \"\\u001b\"}\n"), "{\"a\": \"\\u001b\"}\n");
+    EXPECT_EQ(PrintableJson("\"ä\xc2\x9b"
+                            "2J\x7f\xe2\x80\xae日本\"\n"),
+              "\"ä\\u009b2J\\u007f\\u202e日本\"\n");
+}
+
 TEST(ColumnsOf, CountsCharactersNotBytes) {
     EXPECT_EQ(ColumnsOf("Größe"), 5U);
 }

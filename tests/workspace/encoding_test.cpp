@@ -169,6 +169,28 @@ TEST(Encoding, BytesThatAreNoUtf8ComeBack) {
     EXPECT_EQ(Decoded(*encoding, "a\xFFz"), u"a\xDCFFz");
 }
 
+TEST(Encoding, UndefinedBytesAreNotWrittenWhereTheirNeighboursMakeACharacterOfThem) {
+    struct Case {
+        const char* codePage;
+        Text text;
+        std::size_t at;
+    };
+    const std::vector<Case> cases = {
+        {"932", u"fL\u008C`", 2},
+        {"utf-8", u"a\xDCE2\xDC82\xDCAC", 1},
+        {"utf-8", u"\u00E4\xDCC3\xDCA4z", 1},
+    };
+    for (const Case& c : cases) {
+        const EncodingPtr encoding = Named(c.codePage);
+        EXPECT_EQ(Encoded(*encoding, c.text), std::nullopt) << c.codePage;
+        EXPECT_EQ(encoding->FirstUnencodable(c.text), c.at) << c.codePage;
+        Text apart = c.text;
+        apart.insert(c.at + 1, u" ");
+        EXPECT_EQ(Decoded(*encoding, Encoded(*encoding, apart).value_or("none")), apart) << c.codePage;
+        EXPECT_EQ(encoding->FirstUnencodable(apart), std::nullopt) << c.codePage;
+    }
+}
+
 TEST(Encoding, LongRunsOfAsciiWithOthersBetween) {
     for (const char* const codePage : {"1252", "utf-8", "932", "1251"}) {
         const EncodingPtr encoding = Named(codePage);

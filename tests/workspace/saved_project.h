@@ -45,8 +45,9 @@ class SavedProject {
             }
         }
     }
-    // "" when all went well, else the errors.
-    std::string Save(const SaveOptions& options = {}) {
+    // "" when all went well, else the errors. All that was written by the constructor may be saved.
+    std::string Save(SaveOptions options = {}) {
+        options.allowedOutside.push_back(folder.path());
         const auto saved = workspace::Save(workspace, options);
         return saved ? "" : Sentences(saved.error());
     }

@@ -1,0 +1,50 @@
+// Whether what an edit left of a component is what it was meant to leave: asked of every command that edits,
+// before anything is written or shown. It looks at the bytes of both states and takes back by itself, line by
+// line, what the edit was to do; nothing of the code that edits is used for that. What it finds is a fault of
+// this program, never of the user's code.
+//
+//  - The head, the declarations, what stands between procedures, attribute lines, and all procedures that
+//    were not to be edited are the same bytes.
+//  - The procedures are the same, in the same order, with the same headers and closing lines.
+//  - Numbers and handlers that came are taken off again, and custom code is taken out: that gives the lines
+//    that were there. What went was numbers, handlers or the block of custom code.
+//  - A replacement in a text changed the lines that hold what was sought, as it should, and no others.
+//
+// After an edit without the command's care (EditRules::exact) only the head is certain, and that insertion
+// lost no line, removal made none up, and numbering kept every line but for its beginning.
+#pragma once
+
+#include "cli/invariants/edit_rules.h"
+#include "workspace/encoding.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lintara::cli {
+
+struct Violation {
+    std::int64_t line = 0;  // of the file ahead of the edit, from 1; 0: of the file as a whole
+    std::string message;    // what does not hold, as a sentence without its beginning and full stop
+
+    friend bool operator==(const Violation&, const Violation&) = default;
+};
+
+// The lines of both states with their endings, each state in one piece of memory; the first `headLines` of
+// each stand ahead of the code that the IDE shows.
+struct CheckedFile {
+    std::span<const std::string_view> before;
+    std::span<const std::string_view> after;
+    std::size_t headLines;
+    const workspace::Encoding& encoding;
+};
+
+// At most one violation for each procedure, and one where the procedures themselves are other ones. Takes
+// time in proportion to the number of lines.
+[[nodiscard]] std::vector<Violation> CheckEdit(const CheckedFile& file, const EditRules& rules,
+                                               const EditableProcedures& editable);
+
+}  // namespace lintara::cli

@@ -1,0 +1,366 @@
+// What an edit left of a component, held against what it was meant to leave: tables of right and of broken
+// results.
+#include "cli/invariants/edit_check.h"
+
+#include "cli/invariants/code_lines.h"
+#include "cli/output/line_changes.h"
+#include "tests/cli/command_run.h"
+#include "tests/support/wild_module.h"
+#include "workspace/module.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace lintara::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr std::string_view Marker = "' TWErrorHandler begin - please do not modify or remove this line\n";
+constexpr std::string_view BlockBegin = "' TWCustomCode begin - please do not modify or remove this line 5\n";
+constexpr std::string_view BlockEnd = "' TWCustomCode end - please do not modify or remove this line 5\n";
+
+struct Case {
+    std::string before;
+    std::string after;
+    EditRules rules;
+    EditableProcedures editable = {0, 1};
+    std::size_t headLines = 0;
+};
+
+std::vector<Violation> Check(const Case& c, const workspace::EncodingPtr& encoding) {
+    const FileLines before = SplitFile(c.before, *encoding);
+    const FileLines after = SplitFile(c.after, *encoding);
+    return CheckEdit({before, after, c.headLines, *encoding}, c.rules, c.editable);
+}
+
+// "line: what does not hold" of each violation: the same whatever the encoding.
+std::vector<std::string> Faults(const Case& c) {
+    const auto told = [&](const workspace::EncodingPtr& encoding, const Case& given) {
+        std::vector<std::string> faults;
+        for (const Violation& violation : Check(given, encoding)) {
+            faults.push_back(std::to_string(violation.line) + ": " + violation.message);
+        }
+        return faults;
+    };
+    const auto faults = told(workspace::DefaultEncoding(), c);
+    Case wide = c;
+    const auto utf16 = *workspace::FindEncoding("UTF-16LE");
+    for (std::string* state : {&wide.before, &wide.after}) {
+        Text text;
+        workspace::DefaultEncoding()->Decode(*state, text);
+        state->clear();
+        EXPECT_TRUE(utf16->Encode(text, *state));
+    }
+    EXPECT_EQ(told(utf16, wide), faults);
+    return faults;
+}
+
+const EditRules NumbersIn{.numbers = {.in = true}};
+const EditRules NumbersOut{.numbers = {.out = true}};
+const EditRules Renumbered{.numbers = {.in = true, .out = true}};
+const EditRules HandlersIn{.handlers = {.in = true, .label = u"hErr"}};
+const EditRules HandlersOut{.handlers = {.out = true, .label = u"hErr"}};
+const EditRules Refreshed{.handlers = {.in = true, .out = true, .label = u"hErr"}};
+const EditRules BothIn{.numbers = {.in = true}, .handlers = {.in = true, .label = u"hErr"}};
+const EditRules CustomIn{.customCode = {.in = true, .number = u"5"}};
+const EditRules CustomOut{.customCode = {.out = true, .number = u"5"}};
+
+EditRules Exactly(EditRules rules) {
+    rules.exact = true;
+    return rules;
+}
+
+std::string Sub(std::string_view body) {
+    return "Option Explicit\n\nSub A()\n" + std::string(body) + "End Sub\n\nSub B()\n    b\nEnd Sub\n' end\n";
+}
+
+std::string Handler(std::string_view code = "    Report\n") {
+    return std::string(Marker) + "Exit Sub\nhErr:\n" + std::string(code);
+}
+
+TEST(EditCheck, WithoutAnyRuleNothingMayChange) {
+    const std::string code = Sub("    a\n");
+    EXPECT_THAT(Faults({code, code, {}}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub("    a1\n"), {}}),
+                ElementsAre("4: taking out what was inserted would not give it back"));
+}
+
+TEST(EditCheck, AcceptsWhatTheCommandsDo) {
+    const std::string plain = Sub("    a\n    On Error GoTo 0\n");
+    const std::string numbered = Sub("10000:     a\n10005:     On Error GoTo 0\n");
+    const std::string handled = Sub("    On Error GoTo hErr\n    a\n    On Error GoTo hErr\n" + Handler());
+    const std::string handledAndNumbered =
+        Sub("10000:     On Error GoTo hErr\n10005:     a\n10010:     On Error GoTo hErr\n10015: " +
+            std::string(Marker) + "10020: Exit Sub\nhErr:\n10030:     Report\n");
+    const std::string removed = Sub("    On Error GoTo 0\n    a\n    On Error GoTo 0\n");
+    const std::string custom =
+        Sub(std::string(BlockBegin) + "    Trace\n" + std::string(BlockEnd) + "    a\n    On Error GoTo 0\n");
+    for (const Case& c : {Case{plain, numbered, NumbersIn}, Case{numbered, plain, NumbersOut},
+                          Case{numbered, numbered, Renumbered}, Case{plain, handled, HandlersIn},
+                          Case{handled, removed, HandlersOut}, Case{plain, handledAndNumbered, BothIn},
+                          Case{plain, custom, CustomIn}, Case{custom, plain, CustomOut}}) {
+        EXPECT_THAT(Faults(c), IsEmpty()) << c.after;
+    }
+}
+
+TEST(EditCheck, AHeaderThatChangesIsAFault) {
+    EXPECT_THAT(Faults({Sub("    a\n"), Replaced(Sub("10000:     a\n"), "Sub A()", "Sub  A()"), NumbersIn}),
+                ElementsAre("3: the header of the procedure would change"));
+    EXPECT_THAT(Faults({Sub("    a\n"), Replaced(Sub("    a\n"), "Sub A()", "10000: Sub A()"), NumbersIn}),
+                ElementsAre("3: the number of procedures would be 1 and not 2; they differ from here on"));
+}
+
+TEST(EditCheck, AClosingLineThatChangesIsAFault) {
+    EXPECT_THAT(
+        Faults({Sub("    a\n"), Replaced(Sub("    a\n"), "End Sub\n\n", "10005: End Sub\n\n"), NumbersIn}),
+        ElementsAre("5: the closing line of the procedure would change"));
+}
+
+TEST(EditCheck, AProcedureThatGoesComesOrMovesIsAFault) {
+    const std::string code = Sub("    a\n");
+    EXPECT_THAT(Faults({code, Sub("    a\nEnd Sub\nSub C()\n"), CustomIn}),
+                ElementsAre("7: the number of procedures would be 3 and not 2; they differ from here on"));
+    EXPECT_THAT(Faults({code, Replaced(code, "Sub B()\n    b\nEnd Sub\n", ""), NumbersOut}),
+                ElementsAre("7: the number of procedures would be 1 and not 2; they differ from here on"));
+    const std::string swapped =
+        Replaced(Replaced(Replaced(code, "Sub A", "Sub X"), "Sub B", "Sub A"), "Sub X", "Sub B");
+    EXPECT_THAT(Faults({code, swapped, NumbersIn}),
+                ElementsAre("3: the header of the procedure would change",
+                            "7: the header of the procedure would change"));
+}
+
+TEST(EditCheck, LinesOutsideOfProceduresMustStay) {
+    const std::string code = Sub("    a\n");
+    EXPECT_THAT(Faults({code, Replaced(code, "Option Explicit", "10000: Option Explicit"), NumbersIn}),
+                ElementsAre("1: it is in no procedure and would change"));
+    EXPECT_THAT(Faults({code, Replaced(code, "' end", "       ' end"), NumbersIn}),
+                ElementsAre("10: it is in no procedure and would change"));
+    EXPECT_THAT(Faults({code, code + "more\n", HandlersIn}),
+                ElementsAre("10: it is in no procedure and would change"));
+}
+
+TEST(EditCheck, ProceduresThatAreNotInTheScopeMustStay) {
+    const std::string code = Sub("    a\n");
+    const std::string after = Replaced(Sub("10000:     a\n"), "    b\n", "10000:     b\n");
+    EXPECT_THAT(Faults({code, after, NumbersIn, {0, 1}}), IsEmpty());
+    EXPECT_THAT(Faults({code, after, NumbersIn, {0}}),
+                ElementsAre("8: it is in a procedure that was not to be edited, and would change"));
+}
+
+TEST(EditCheck, TheHeadOfAFormMustStay) {
+    const std::string head = "VERSION 5.00\nBegin Form F\n   Caption = \"a\"\nEnd\n";
+    const std::string code = Sub("    a\n");
+    EXPECT_THAT(Faults({head + code, head + Sub("10000:     a\n"), NumbersIn, {0}, 4}), IsEmpty());
+    EXPECT_THAT(Faults({head + code, Replaced(head, "\"a\"", "\"b\"") + code, NumbersIn, {0}, 4}),
+                ElementsAre("1: the head of the file would change"));
+}
+
+TEST(EditCheck, AByteOrderMarkIsNoPartOfTheFirstHeader) {
+    const auto utf8 = *workspace::FindEncoding("utf-8");
+    const Case good{
+        "\xEF\xBB\xBFSub A()\na\nEnd Sub\n", "\xEF\xBB\xBFSub A()\n10000: a\nEnd Sub\n", NumbersIn, {0}};
+    EXPECT_THAT(Check(good, utf8), IsEmpty());
+    Case lost = good;
+    lost.after = lost.after.substr(3);
+    EXPECT_THAT(Check(lost, utf8), testing::Not(IsEmpty()));
+}
+
+TEST(EditCheck, HiddenAttributeLinesMustStay) {
+    const std::string hidden = "Attribute A.VB_Description = \"x\"\n";
+    const std::string before = Sub(hidden + "    a\n");
+    EXPECT_THAT(Faults({before, Sub(hidden + "    On Error GoTo hErr\n    a\n" + Handler()), HandlersIn}),
+                IsEmpty());
+    EXPECT_THAT(
+        Faults({before, Sub("    On Error GoTo hErr\n" + hidden + "    a\n" + Handler()), HandlersIn}),
+        testing::Not(IsEmpty()));
+    EXPECT_THAT(Faults({before, Sub("       " + hidden + "10005:     a\n"), NumbersIn}),
+                ElementsAre("4: taking out what was inserted would not give it back"));
+    EXPECT_THAT(Faults({before, Sub("    a\n"), CustomOut}), testing::Not(IsEmpty()));
+}
+
+TEST(EditCheck, NumbersThatDoNotComeOffAgainAreAFault) {
+    const std::string code = Sub("    a\n    b _\n        c\n");
+    EXPECT_THAT(Faults({code, Sub("10000:     a\n10005:     b _\n               c\n"), NumbersIn}),
+                IsEmpty());
+    struct Broken {
+        std::string_view body;
+        std::string_view fault;
+    };
+    for (const Broken& broken : {
+             Broken{"100000:     a\n    b _\n        c\n", "4"},               // six digits
+             Broken{"10000:    a\n    b _\n        c\n", "4"},                 // a blank lost
+             Broken{"10000:     A\n    b _\n        c\n", "4"},                // letter case
+             Broken{"10000:     a\n10005:     b _\n      c\n", "6"},           // shifted to the left
+             Broken{"10000:     a\n10005:     b _\n\n", "6"},                  // emptied
+             Broken{"    a\n    b _\n        x\n", "6"},                       // another text
+             Broken{"10000:     a\n10005:     b _\n        c\nd\n", "4"},      // a line more
+             Broken{"10000:     a\n               c\n", "4"},                  // a line less
+             Broken{"           a\n           b _\n               c\n", "4"},  // moved without any number
+         }) {
+        EXPECT_THAT(Faults({code, Sub(broken.body), NumbersIn}),
+                    ElementsAre(HasSubstr(std::string(broken.fault) + ": ")))
+            << broken.body;
+    }
+}
+
+TEST(EditCheck, OnlyNumbersMayGoWithNumbers) {
+    const std::string code = Sub("10000:     a\n10005:     b _\n               c\n");
+    EXPECT_THAT(Faults({code, Sub("    a\n    b _\n        c\n"), NumbersOut}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub("    a\n    b _\n    c\n"), NumbersOut}),
+                ElementsAre("6: more of it would go than was to be removed"));
+    EXPECT_THAT(Faults({code, Sub("    a\n    b\n"), NumbersOut}),
+                ElementsAre("4: lines of the procedure would go"));
+    const std::string indented = Sub("           a\n");
+    EXPECT_THAT(Faults({indented, Sub("    a\n"), NumbersOut}),
+                ElementsAre("4: its lines would be moved, though it has no numbers"));
+}
+
+TEST(EditCheck, AHandlerThatDoesNotComeOutAgainIsAFault) {
+    const std::string code = Sub("    a\n    On Error GoTo 0\n");
+    const std::string lead = "    On Error GoTo hErr\n";
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n" + lead + Handler()), HandlersIn}), IsEmpty());
+    const std::string broken[] = {
+        lead + "    a\n    On Error GoTo other\n" + Handler(),                  // leads elsewhere
+        lead + "    a\n" + lead,                                                // no block
+        lead + "    a\n" + Handler(),                                           // a line lost
+        lead + lead + "    a\n" + lead + Handler(),                             // led twice
+        "    Beep\n    a\n" + lead + Handler(),                                 // led by something else
+        lead + "    a\n" + lead + std::string(Marker) + "hErr:\n    Report\n",  // no Exit
+        lead + "    a\n" + lead + std::string(Marker) + "Exit Sub\nother:\n    Report\n",  // another label
+        lead + "    a2\n" + lead + Handler(),                                              // a line changed
+        lead + "    a\n" + Handler() + lead,                                               // in the middle
+    };
+    for (const std::string& body : broken) {
+        EXPECT_THAT(Faults({code, Sub(body), HandlersIn}), testing::SizeIs(1)) << body;
+    }
+}
+
+TEST(EditCheck, AProcedureThatHasAHandlerKeepsIt) {
+    const std::string code = Sub("    a\n" + Handler("    Old\n"));
+    EXPECT_THAT(Faults({code, Sub("    a\n" + Handler("    New\n")), HandlersIn}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    a\n" + Handler("    New\n")), Refreshed}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub("    a\n"), Refreshed}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    b\n" + Handler("    New\n")), Refreshed}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, OnlyTheHandlerMayGoWithIt) {
+    const std::string code = Sub("    On Error GoTo hErr\n    a\n" + Handler());
+    EXPECT_THAT(Faults({code, Sub("    On Error GoTo 0\n    a\n"), HandlersOut}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub("    a\n"), HandlersOut}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    On Error GoTo 0\n    b\n"), HandlersOut}),
+                ElementsAre("5: more of it would go than was to be removed"));
+    EXPECT_THAT(Faults({code, Sub("    On Error GoTo 0\n    a\n    Report\n"), HandlersOut}),
+                testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    On Error GoTo\n    a\n"), HandlersOut}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, CustomCodeStandsWhereItWasToAndNothingElseChanges) {
+    const std::string block = std::string(BlockBegin) + "    Trace\n" + std::string(BlockEnd);
+    const std::string code = Sub("    a\n    b\n");
+    EXPECT_THAT(Faults({code, Sub(block + "    a\n    b\n"), CustomIn}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub("    a\n" + block + "    b\n"), CustomIn}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub(std::string(BlockBegin) + "    Trace\n    a\n    b\n"), CustomIn}),
+                ElementsAre("4: the code in front of it would not be between its markers"));
+    EXPECT_THAT(Faults({code, Sub(block + "    b\n"), CustomIn}), testing::SizeIs(1));
+    EditRules second = CustomIn;
+    second.customCode.place = transform::CodePlace::AtLine;
+    second.customCode.line = 2;
+    EXPECT_THAT(Faults({code, Sub("    a\n" + block + "    b\n"), second}), IsEmpty());
+    EditRules last = CustomIn;
+    last.customCode.place = transform::CodePlace::BeforeLastLine;
+    last.customCode.markers = false;
+    EXPECT_THAT(Faults({code, Sub("    a\n    b\n    Trace\n"), last}), IsEmpty());
+}
+
+TEST(EditCheck, OnlyTheBlockMayGoWithIt) {
+    const std::string block = std::string(BlockBegin) + "    Trace\n" + std::string(BlockEnd);
+    const std::string code = Sub("    a\n" + block + "    b\n");
+    EXPECT_THAT(Faults({code, Sub("    a\n    b\n"), CustomOut}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub("    a\n"), CustomOut}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    b\n"), CustomOut}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    a\n" + std::string(BlockBegin) + "    b\n"), CustomOut}),
+                testing::SizeIs(1));
+}
+
+TEST(EditCheck, AReplacementChangesWhatHoldsTheTextAndAsItShould) {
+    const EditRules rules{.replace = ReplaceRules{.sought = u"a", .replacement = u"xy", .from = 4, .to = 5}};
+    const std::string code = "Sub S()\n    a\n    A = b\n    aa\n    bab\n    a\nEnd Sub\n";
+    EXPECT_THAT(Faults({code, "Sub S()\n    a\n    A = b\n    xyxy\n    bxyb\n    a\nEnd Sub\n", rules}),
+                IsEmpty());
+    EXPECT_THAT(Faults({code, "Sub S()\n    a\n    A = b\n    xya\n    bxyb\n    a\nEnd Sub\n", rules}),
+                ElementsAre("4: it would not be the line with the text replaced"));
+    EXPECT_THAT(Faults({code, "Sub S()\n    xy\n    A = b\n    xyxy\n    bxyb\n    a\nEnd Sub\n", rules}),
+                ElementsAre("2: it would change, though it does not hold the text there"));
+    EXPECT_THAT(Faults({code, "Sub S()\n    a\n    A = b\n    xyxy\n    bxyb\n    a\n", rules}),
+                ElementsAre("7: it would change, though it does not hold the text there"));
+    EXPECT_THAT(Faults({code, "Sub S()\n    a\n    A = b\n    xyxy\n    bxyb\n    a\nEnd Sub\nx\n", rules}),
+                ElementsAre("7: lines would be added behind it"));
+}
+
+TEST(EditCheck, AReplacementOfSeveralLinesKeepsHiddenLinesBehindTheFirst) {
+    const EditRules rules{
+        .replace = ReplaceRules{.sought = u"a", .replacement = u"x\r\ny", .from = 1, .wholeWord = true}};
+    const std::string hidden = "Attribute S.VB_Description = \"a\"\n";
+    EXPECT_THAT(Faults({"    a = ab\n" + hidden, "    x\n" + hidden + "y = ab\n", rules}), IsEmpty());
+    EXPECT_THAT(Faults({"    a = ab\n" + hidden, "    x\ny = ab\n" + hidden, rules}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, EvenAnExactEditLosesNoLine) {
+    const std::string code = Sub("    a\n    On Error Goto 0\n");
+    const std::string anywhere = Replaced(code, "Option Explicit\n", "Option Explicit\n" + Handler());
+    EXPECT_THAT(Faults({code, anywhere, Exactly(HandlersIn)}), IsEmpty());
+    EXPECT_THAT(Faults({code, Replaced(anywhere, "    a\n", ""), Exactly(HandlersIn)}),
+                ElementsAre("4: it would be lost"));
+    EXPECT_THAT(Faults({anywhere, code, Exactly(HandlersOut)}), IsEmpty());
+    EXPECT_THAT(Faults({anywhere, Replaced(code, "    a\n", "    new\n"), Exactly(HandlersOut)}),
+                testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Replaced(code, "    b\n", "10000:     b\n"), Exactly(NumbersIn)}), IsEmpty());
+    EXPECT_THAT(Faults({code, Replaced(code, "    b\n", "10000:     c\n"), Exactly(NumbersIn)}),
+                ElementsAre("9: more than its beginning would change"));
+    EXPECT_THAT(Faults({code, Replaced(code, "    b\n", ""), Exactly(NumbersIn)}), testing::SizeIs(1));
+}
+
+// The first line of a closing statement of several lines is one of the body.
+TEST(EditCheck, AStatementOfSeveralLinesThatClosesMayLoseItsNumber) {
+    EXPECT_THAT(Faults({Sub("10000:     a\n10005:  _\n"), Sub("    a\n _\n"), NumbersOut}), IsEmpty());
+}
+
+TEST(EditCheck, LineEndingsMustStay) {
+    const std::string code = Replaced(Sub("    a\n    b\n"), "\n", "\r\n");
+    const std::string after = Replaced(Sub("10000:     a\n10005:     b\n"), "\n", "\r\n");
+    EXPECT_THAT(Faults({code, after, NumbersIn}), IsEmpty());
+    EXPECT_THAT(Faults({code, Replaced(after, "a\r\n", "a\n"), NumbersIn}),
+                ElementsAre("4: taking out what was inserted would not give it back"));
+}
+
+TEST(CodeLines, FindsTheProceduresThatTheWorkspaceFinds) {
+    std::size_t procedures = 0;
+    for (std::uint64_t seed = 1; seed <= 500; ++seed) {
+        const std::string bytes = support::GenerateWildModule({.lines = 150, .seed = seed});
+        const workspace::Module module(bytes, 0, workspace::DefaultEncoding());
+        const FileLines file = SplitFile(bytes, module.encoding());
+        const auto headLines = static_cast<std::size_t>(module.OriginalFileLine(Line(1))) - 1;
+        const CodeLines lines(file, headLines, module.encoding());
+        std::vector<std::int64_t> found;
+        for (const ProcedureLines& procedure : lines.procedures()) {
+            found.push_back(static_cast<std::int64_t>(headLines + procedure.header) + 1);
+        }
+        std::vector<std::int64_t> known;
+        for (const workspace::ProcedureInfo& procedure : module.Procedures()) {
+            known.push_back(module.OriginalFileLine(procedure.header));
+        }
+        ASSERT_EQ(found, known) << "seed " << seed;
+        procedures += found.size();
+    }
+    EXPECT_GT(procedures, 2000U);
+}
+
+}  // namespace
+}  // namespace lintara::cli
