@@ -60,13 +60,14 @@ bool MayBeHidden(const std::vector<Text>& lines) {
     return std::ranges::any_of(lines, [](const Text& line) { return line.starts_with(u"Attribute "); });
 }
 
-void CheckWritten(const workspace::LineBuffer& buffer, const std::vector<Text>& lines) {
+void CheckWritten(const workspace::LineBuffer& buffer, const workspace::EncodingPtr& encoding,
+                  const std::vector<Text>& lines) {
     if (buffer.FirstUnencodable() || MayBeHidden(lines)) {
         return;
     }
     std::string bytes;
     buffer.AppendBytes(bytes);
-    const workspace::LineBuffer again(bytes, buffer.codeBegin(), buffer.sharedEncoding());
+    const workspace::LineBuffer again(bytes, 0, encoding);
     // An empty last line without an ending is no line of a file.
     std::vector<Text> expected = lines;
     if (again.count() + 1 == static_cast<std::int32_t>(lines.size()) && lines.back().empty()) {
@@ -97,7 +98,7 @@ void CheckBuffer(Input& input) {
     while (!input.empty()) {
         Edit(input, buffer, lines);
         CheckLines(buffer, lines);
-        CheckWritten(buffer, lines);
+        CheckWritten(buffer, encoding, lines);
     }
 }
 

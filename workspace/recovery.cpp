@@ -202,8 +202,33 @@ class Recovery {
     std::vector<Inspected> files_;
 };
 
-// The journals of the folders themselves and those that lie elsewhere and have a link here.
-std::set<fs::path> FindJournals(const std::vector<fs::path>& folders, std::vector<std::string>& done) {
+// Where a link leads, if there still is a journal. What cannot be seen now is not gone: the files of a save
+// must stay until its journal tells what to do with them.
+std::expected<std::optional<fs::path>, Diagnostic> FollowLink(const fs::path& link) {
+    if (const auto content = ReadFile(link); !content) {
+        return std::unexpected(Diagnostic{
+            link, 0, "leads to an interrupted save, and " + content.error() + "; run as the user who saved"});
+    }
+    const auto journal = ReadJournalLink(link);
+    std::error_code error;
+    if (!journal || fs::exists(*journal, error)) {
+        return journal;
+    }
+    if (error || !fs::exists(FolderOf(*journal), error)) {
+        return std::unexpected(Diagnostic{link, 0,
+                                          "leads to the journal of an interrupted save, " +
+                                              journal->string() +
+                                              ", whose folder cannot be found; bring it back, or delete this "
+                                              "link when it is gone for good"});
+    }
+    return std::nullopt;
+}
+
+// The journals of the folders themselves and those that lie elsewhere and have a link here. A link that leads
+// nowhere is removed, but in folders where nothing may be written.
+std::expected<std::set<fs::path>, Diagnostic> FindJournals(const std::vector<fs::path>& folders,
+                                                           const WritableArea& area,
+                                                           std::vector<std::string>& done) {
     std::set<fs::path> journals;
     std::error_code error;
     for (const fs::path& folder : folders) {
@@ -211,13 +236,17 @@ std::set<fs::path> FindJournals(const std::vector<fs::path>& folders, std::vecto
             journals.insert(folder / journalName);
         }
         const fs::path link = folder / journalLinkName;
-        if (fs::exists(fs::symlink_status(link, error))) {
-            const auto journal = ReadJournalLink(link);
-            if (journal && fs::exists(*journal, error)) {
-                journals.insert(*journal);
-            } else if (Remove(link)) {
-                done.push_back("removed a link to a journal that is no more: " + link.string());
-            }
+        if (!fs::exists(fs::symlink_status(link, error))) {
+            continue;
+        }
+        const auto journal = FollowLink(link);
+        if (!journal) {
+            return std::unexpected(journal.error());
+        }
+        if (*journal) {
+            journals.insert(**journal);
+        } else if (area.Holds(fs::canonical(folder, error)) && Remove(link)) {
+            done.push_back("removed a link to a journal that is no more: " + link.string());
         }
     }
     return journals;
@@ -226,8 +255,9 @@ std::set<fs::path> FindJournals(const std::vector<fs::path>& folders, std::vecto
 // A journal may come with a folder from anywhere, and must not reach out of it. A save leaves a link to its
 // journal in every other folder in which it works: only what lies below the journal's own folder, or in a
 // folder with such a link, is the save's. Where the link was not yet made, or is removed again, there is
-// nothing left to do.
-void ForgetForeignFiles(Journal& journal) {
+// nothing left to do. A link that leads elsewhere may be that of this save, whose folder was moved: then
+// nothing is touched, and the error says so.
+std::expected<void, Diagnostic> ForgetForeignFiles(Journal& journal) {
     std::error_code error;
     const fs::path file = fs::canonical(journal.path, error);
     const WritableArea own{TreeOf(journal.path), {}};
@@ -241,9 +271,23 @@ void ForgetForeignFiles(Journal& journal) {
         const fs::path real = fs::canonical(folder, missing);
         return missing || (!own.Holds(real) && !vouches(real / journalLinkName));
     };
+    const auto hasOtherLink = [&](const Replacement& each) {
+        std::error_code ignored;
+        const fs::path folder = FolderOf(each.target);
+        return isForeign(folder) && fs::exists(fs::symlink_status(folder / journalLinkName, ignored));
+    };
+    if (const auto other = std::ranges::find_if(journal.replacements, hasOtherLink);
+        journal.committed && other != journal.replacements.end()) {
+        return std::unexpected(
+            Diagnostic{journal.path, 0,
+                       "is of an interrupted save to " + FolderOf(other->target).string() +
+                           ", too, where another place of this journal is known; move the project back to "
+                           "where it was saved, or delete this journal when it is not yours"});
+    }
     std::erase_if(journal.replacements,
                   [&](const Replacement& each) { return isForeign(FolderOf(each.target)); });
     std::erase_if(journal.links, [&](const fs::path& link) { return isForeign(FolderOf(link)); });
+    return {};
 }
 
 // A run that ended before its journal came to the disk may leave temporary files that no journal names.
@@ -320,7 +364,12 @@ std::expected<std::vector<std::string>, Diagnostics> Recover(const fs::path& pat
         return std::unexpected(Diagnostics{lock.error()});
     }
     std::vector<std::string> done;
-    for (const fs::path& file : FindJournals(*folders, done)) {
+    const WritableArea area{TreeOf(path), {}};
+    const auto journals = FindJournals(*folders, area, done);
+    if (!journals) {
+        return std::unexpected(Diagnostics{journals.error()});
+    }
+    for (const fs::path& file : *journals) {
         // A journal elsewhere belongs to a project with a lock of its own.
         const auto itsLock = ProjectLock::AcquireFolders({file.parent_path()}, patience);
         if (!itsLock) {
@@ -334,7 +383,9 @@ std::expected<std::vector<std::string>, Diagnostics> Recover(const fs::path& pat
         if (!journal) {
             return std::unexpected(Diagnostics{journal.error()});
         }
-        ForgetForeignFiles(*journal);
+        if (auto forgotten = ForgetForeignFiles(*journal); !forgotten) {
+            return std::unexpected(Diagnostics{forgotten.error()});
+        }
         auto result = Recovery(*journal).Run();
         if (!result) {
             return std::unexpected(std::move(result.error()));
@@ -342,7 +393,10 @@ std::expected<std::vector<std::string>, Diagnostics> Recover(const fs::path& pat
         done.push_back(*std::move(result));
     }
     for (const fs::path& folder : *folders) {
-        RemoveStrayTemporaries(folder, done);
+        std::error_code error;
+        if (area.Holds(fs::canonical(folder, error))) {
+            RemoveStrayTemporaries(folder, done);
+        }
     }
     if (auto incomplete = FindIncompleteCopy(*folders)) {
         return std::unexpected(Diagnostics{*std::move(incomplete)});

@@ -10,6 +10,7 @@
 #include <optional>
 #include <system_error>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace lintara::workspace {
 
@@ -106,6 +107,31 @@ Diagnostics UnencodableOf(const std::vector<ChangedFile>& files) {
     return errors;
 }
 
+// Backups that would replace a file which belongs to the projects.
+Diagnostics BackupsInTheWay(const Workspace& workspace, const std::vector<ChangedFile>& edited,
+                            const std::string& suffix) {
+    RealPaths realPaths;
+    std::unordered_set<std::string> files;
+    for (const auto& project : workspace.projects()) {
+        files.insert(realPaths.Of(project->path()).native());
+        for (const fs::path& file : project->otherFiles()) {
+            files.insert(realPaths.Of(file).native());
+        }
+        for (const auto& component : project->components()) {
+            files.insert(realPaths.Of(component->path).native());
+        }
+    }
+    Diagnostics errors;
+    for (const ChangedFile& changed : edited) {
+        const fs::path backup = realPaths.Of(changed.component->path).native() + suffix;
+        if (files.contains(backup.native()) && Differs(*changed.component->module)) {
+            errors.push_back(
+                {backup, 0, "belongs to the project, so it cannot become a backup; choose another suffix"});
+        }
+    }
+    return errors;
+}
+
 }  // namespace
 
 std::vector<ChangedFile> ChangedFiles(const Workspace& workspace) {
@@ -141,6 +167,11 @@ std::expected<std::vector<fs::path>, Diagnostics> Save(const Workspace& workspac
     const std::vector<ChangedFile> edited = EditedFiles(workspace);
     if (Diagnostics errors = UnencodableOf(edited); !errors.empty()) {
         return std::unexpected(std::move(errors));
+    }
+    if (!options.backupSuffix.empty()) {
+        if (Diagnostics errors = BackupsInTheWay(workspace, edited, options.backupSuffix); !errors.empty()) {
+            return std::unexpected(std::move(errors));
+        }
     }
     std::vector<FileChange> changes;
     for (const ChangedFile& changed : edited) {

@@ -59,9 +59,6 @@ class EditRun {
 
   private:
     ExitStatus Work() {
-        if (const auto failed = RemoveOldMap()) {
-            return *failed;
-        }
         if (const auto failed = Open()) {
             return *failed;
         }
@@ -108,18 +105,6 @@ class EditRun {
         // What was edited in memory only is no result.
         report_.components.clear();
         return status;
-    }
-
-    // A copy that is made anew, or that fails, has no map of an earlier one beside it.
-    std::optional<ExitStatus> RemoveOldMap() {
-        const auto& output = options_.edit.output;
-        if (!output) {
-            return std::nullopt;
-        }
-        if (auto removed = RemoveNumberMap(*output); !removed) {
-            return Fail(ExitStatus::Failed, {{*output / numberMapName, 0, removed.error()}});
-        }
-        return std::nullopt;
     }
 
     std::optional<ExitStatus> Open() {
@@ -334,6 +319,12 @@ class EditRun {
             return Fail(ExitStatus::Failed, std::move(saved.error()));
         }
         report_.files = *std::move(saved);
+        // A copy without numbers has no map of an earlier one beside it.
+        if (edit.output && save.added.empty()) {
+            if (auto removed = RemoveNumberMap(*edit.output); !removed) {
+                return Fail(ExitStatus::Failed, {{*edit.output / numberMapName, 0, removed.error()}});
+            }
+        }
         report_.written = !report_.files.empty();
         if (savesInPlace() && report_.written) {
             RememberForUndo();

@@ -148,8 +148,10 @@ bool LineComparison::HasSameEnding(std::size_t b, std::size_t a) const {
     const auto isReturn = [](std::string_view ending) {
         return ending.contains('\r') && !ending.contains('\n');
     };
+    // The line may have become empty: a number was all that it held.
+    const bool becameLineFeed = was.contains('\n') && !was.contains('\r') && after_.textBytes(a).empty();
     return (isReturn(was) && a + 1 < after_.count() && isLineFeedAlone(after_, a + 1)) ||
-           (isLineFeedAlone(before_, b) && a > 0 && isReturn(after_.ending(a - 1)));
+           (becameLineFeed && a > 0 && isReturn(after_.ending(a - 1)));
 }
 
 }  // namespace lintara::cli

@@ -340,6 +340,15 @@ TEST(EditCheck, LineEndingsMustStay) {
                 ElementsAre("4: taking out what was inserted would not give it back"));
 }
 
+// A lone line feed behind a lone return would be read as the second half of that.
+TEST(EditCheck, ALineThatBecomesEmptyBehindALoneReturnMayGetBoth) {
+    EXPECT_THAT(
+        Faults({Sub("    x = 1\r10005: \n    y = 2\r\n"), Sub("    x = 1\r\r\n    y = 2\r\n"), NumbersOut}),
+        IsEmpty());
+    EXPECT_THAT(Faults({Sub("    x = 1\r10005: z\n"), Sub("    x = 1\rz\r\n"), NumbersOut}),
+                testing::SizeIs(1));
+}
+
 TEST(CodeLines, FindsTheProceduresThatTheWorkspaceFinds) {
     std::size_t procedures = 0;
     for (std::uint64_t seed = 1; seed <= 500; ++seed) {

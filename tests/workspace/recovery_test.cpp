@@ -2,6 +2,7 @@
 
 #include "tests/support/other_process.h"
 #include "tests/workspace/saved_project.h"
+#include "workspace/journal.h"
 #include "workspace/project_lock.h"
 #include "workspace/save.h"
 
@@ -166,6 +167,66 @@ TEST(Recovery, IsStartedFromAnyFolderThatTheSaveTouched) {
             EXPECT_TRUE(after == scenario.files || after == AllEdited(scenario)) << entrance << step;
         }
     }
+}
+
+// Interrupts the save of a project that works in a folder beside its own, at every step, moves the project's
+// folder away, lets `meanwhile` happen, and moves it back. Whatever happened, the save can be recovered then.
+template <typename Meanwhile>
+void ExpectRecoveryAfter(const Meanwhile& meanwhile) {
+    const Scenario& scenario = Scenarios()[2];
+    for (int step = 0;; ++step) {
+        SavedProject project(scenario.files, scenario.project);
+        if (!SaveInterrupted(project, scenario, step)) {
+            break;
+        }
+        const fs::path folder = project.path().parent_path();
+        const fs::path away = folder.parent_path() / "away";
+        fs::rename(folder, away);
+        meanwhile(project, away);
+        fs::rename(away, folder);
+        Workspace workspace;
+        const auto opened = Open(workspace, project.path(), {});
+        ASSERT_TRUE(opened) << step << Sentences(opened.error());
+        // Of a save that had not begun to replace anything, remains may lie in the other folder.
+        Files after = project.folder.Files();
+        std::erase_if(after, [](const auto& file) {
+            const fs::path path(file.first);
+            return path.parent_path() == "shared" &&
+                   (IsTemporaryName(path) || path.filename() == journalLinkName);
+        });
+        EXPECT_TRUE(after == scenario.files || after == AllEdited(scenario))
+            << step << testing::PrintToString(after);
+    }
+}
+
+TEST(Recovery, ASaveOutlivesThatItsOtherFoldersAreOpenedWithoutItsJournal) {
+    ExpectRecoveryAfter([](const SavedProject& project, const fs::path& /*away*/) {
+        Workspace workspace;
+        (void)Open(workspace, project.folder / "shared/b.bas", {});
+    });
+}
+
+TEST(Recovery, ASaveOutlivesThatItsProjectIsOpenedElsewhere) {
+    ExpectRecoveryAfter([](const SavedProject& project, const fs::path& away) {
+        Workspace workspace;
+        (void)Open(workspace, away / project.path().filename(), {});
+    });
+}
+
+TEST(Recovery, TouchesNothingInFoldersOfAGroupWhereNothingMayBeWritten) {
+    SavedProject project({{"g/g.vbg", "VBGROUP 5.0\r\nProject=p.vbp\r\nProject=..\\other\\o.vbp\r\n"},
+                          {"g/p.vbp", "Module=a; a.bas\r\n"},
+                          {"g/a.bas", "Dim a\r\n"},
+                          {"g/.lintara-1.tmp", "ours"},
+                          {"g/.lintara-journal", "lintara-journal 1\n"},
+                          {"other/o.vbp", "Module=b; b.bas\r\n"},
+                          {"other/b.bas", "Dim b\r\n"},
+                          {"other/.lintara-2.tmp", "theirs"},
+                          {"other/.lintara-journal-link", ".lintara-journal\n"}},
+                         "g/g.vbg");
+    (void)Recover(project.path());
+    EXPECT_EQ(project.folder.Read("other/.lintara-2.tmp"), "theirs");
+    EXPECT_TRUE(fs::exists(project.folder / "other/.lintara-journal-link"));
 }
 
 TEST(Recovery, ASaveAfterAnInterruptedOneInTheSameSessionIsRefused) {

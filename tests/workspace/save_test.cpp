@@ -179,11 +179,29 @@ TEST(Save, RefusesBackupsThatWouldReplaceOtherThings) {
     const Files before = project.folder.Files();
     project.Open();
     project.EditAll();
-    for (const auto& [suffix, message] :
-         {std::pair{"~", "is no regular file"}, {".bas", "is edited itself"}, {"/../x", "another folder"}}) {
+    for (const auto& [suffix, message] : {std::pair{"~", "is no regular file"},
+                                          {".bas", "belongs to the project"},
+                                          {"/../x", "another folder"}}) {
         SaveOptions options;
         options.backupSuffix = suffix;
         EXPECT_TRUE(project.Save(options).contains(message)) << suffix;
+        EXPECT_EQ(project.folder.Files(), before);
+    }
+}
+
+TEST(Save, RefusesBackupsInThePlaceOfFilesThatAreNotEdited) {
+    for (const std::string suffix : {".bas", ".vbp", ".frx"}) {
+        SavedProject project({{"a.bas.vbp", "Module=a; a.bas\nModule=b; a.bas.bas\nRelatedDoc=a.bas.frx\n"},
+                              {"a.bas", "Dim a\n"},
+                              {"a.bas.bas", "Dim b\n"},
+                              {"a.bas.frx", "not to be lost"}},
+                             "a.bas.vbp");
+        const Files before = project.folder.Files();
+        project.Open();
+        ASSERT_TRUE(project.module(0).InsertLines(Line{1}, u"'edited").has_value());
+        SaveOptions options;
+        options.backupSuffix = suffix;
+        EXPECT_TRUE(project.Save(options).contains("a.bas" + suffix + ": belongs to the project")) << suffix;
         EXPECT_EQ(project.folder.Files(), before);
     }
 }
