@@ -93,7 +93,7 @@ std::optional<BodyFault> BodyCheck::CheckInsertion(Part b, Part a, std::size_t h
 std::optional<BodyFault> BodyCheck::CheckNewHandler(Part b, Part a, std::size_t handlerAfter,
                                                     const Redirection& redirection) {
     const Part above{a.begin, handlerAfter};
-    const BodyFault atEnd{b.end > b.begin ? b.end - 1 : b.begin, NotGivenBack};
+    BodyFault atEnd{b.end > b.begin ? b.end - 1 : b.begin, NotGivenBack};
     if (above.size() != b.size() && above.size() != b.size() + 1) {
         return atEnd;
     }

@@ -37,8 +37,7 @@ TextView WordAt(TextView text, std::size_t at) {
 
 }  // namespace
 
-UnnumberedForms::UnnumberedForms(TextView line) : forms{line, line} {
-    isNumber = IsNumberColumn(line);
+UnnumberedForms::UnnumberedForms(TextView line) : forms{line, line}, isNumber(IsNumberColumn(line)) {
     if (isNumber || IsBlankColumn(line)) {
         forms[1] = line.substr(ColumnWidth);
         count = 2;

@@ -58,7 +58,7 @@ struct UnnumberedForms {
 
     std::array<TextView, 2> forms;
     std::size_t count = 1;
-    bool isNumber = false;  // the second form lacks a number, else blanks
+    bool isNumber;  // the second form lacks a number, else blanks
 };
 
 // `line` without the number or the blanks of its width, if it has any, and without the blanks that follow.
