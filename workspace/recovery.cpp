@@ -209,7 +209,7 @@ std::expected<std::optional<fs::path>, Diagnostic> FollowLink(const fs::path& li
         return std::unexpected(Diagnostic{
             link, 0, "leads to an interrupted save, and " + content.error() + "; run as the user who saved"});
     }
-    const auto journal = ReadJournalLink(link);
+    auto journal = ReadJournalLink(link);
     std::error_code error;
     if (!journal || fs::exists(*journal, error)) {
         return journal;
