@@ -85,7 +85,8 @@ std::expected<fs::path, std::string> KeepFault(const fs::path& stateFolder, cons
     fs::create_directories(stateFolder, error);
     const fs::path faults = stateFolder / "faults";
     if (const Kept made = error ? Kept() : MakeFolder(faults); error || !made) {
-        return std::unexpected(error ? "no folder can be made: " + error.message() : made.error());
+        return std::unexpected(error ? "no folder can be made: " + workspace::SystemMessage(error.value())
+                                     : made.error());
     }
     std::string folder = faults / "fault-XXXXXX";
     if (::mkdtemp(folder.data()) == nullptr) {
