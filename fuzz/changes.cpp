@@ -5,6 +5,7 @@
 #include "cli/output/unified_diff.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
+#include "tests/support/text_lines.h"
 #include "workspace/encoding.h"
 
 #include <algorithm>
@@ -16,6 +17,8 @@
 
 namespace lintara::fuzz {
 namespace {
+
+using support::LinesOf;
 
 using cli::FileLines;
 
@@ -46,17 +49,6 @@ void CheckChanges(const FileLines& before, const FileLines& after,
     Require(at <= before.size() && atAfter <= after.size(), "changes lie in the file");
     Require(Joined(before, at, before.size()) == Joined(after, atAfter, after.size()),
             "what did not change is the same");
-}
-
-// Lines with their line feed.
-std::vector<std::string> LinesOf(std::string_view text) {
-    std::vector<std::string> lines;
-    while (!text.empty()) {
-        const std::size_t size = std::min(text.find('\n'), text.size() - 1) + 1;
-        lines.emplace_back(text.substr(0, size));
-        text.remove_prefix(size);
-    }
-    return lines;
 }
 
 // The file as the diff makes it of `before`. What `patch` does, and nothing more.

@@ -3,6 +3,7 @@
 #include "cli/output/unified_diff.h"
 #include "tests/support/random.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/text_lines.h"
 #include "workspace/module.h"
 
 #include <algorithm>
@@ -18,6 +19,8 @@
 namespace lintara::cli {
 namespace {
 
+using support::LinesOf;
+
 using support::Random;
 
 std::string DiffOf(std::string_view before, std::string_view after) {
@@ -27,17 +30,6 @@ std::string DiffOf(std::string_view before, std::string_view after) {
     std::string out;
     AppendUnifiedDiff("A.bas", old, now, CompareLines(old, now), *encoding, {}, out);
     return out;
-}
-
-// Lines with their line feed.
-std::vector<std::string> LinesOf(std::string_view text) {
-    std::vector<std::string> lines;
-    while (!text.empty()) {
-        const std::size_t size = std::min(text.find('\n'), text.size() - 1) + 1;
-        lines.emplace_back(text.substr(0, size));
-        text.remove_prefix(size);
-    }
-    return lines;
 }
 
 struct HunkHead {

@@ -22,9 +22,9 @@ constexpr const char* Code = "Sub A()\r\n    Beep\r\nEnd Sub\r\n";
 class Outside : public testing::Test {
   protected:
     void SetUp() override {
-        WriteProject("Module=Util; ..\\shared\\Util.bas\r\n");
+        WriteProject("Module=Util; ..\\common\\Util.bas\r\n");
         test.Write("app/Main.bas", Code);
-        test.Write("shared/Util.bas", Code);
+        test.Write("common/Util.bas", Code);
     }
 
     void WriteProject(const std::string& entries) const {
@@ -51,8 +51,8 @@ TEST_F(Outside, IsRead) {
 TEST_F(Outside, IsNotWritten) {
     EXPECT_EQ(
         Refusal(),
-        "DIR/app/App.vbp:2: error: the component Util is the file DIR/shared/Util.bas, outside of DIR/app; "
-        "only --allow-outside DIR/shared lets it be written, and --exclude Util leaves it as it is\n");
+        "DIR/app/App.vbp:2: error: the component Util is the file DIR/common/Util.bas, outside of DIR/app; "
+        "only --allow-outside DIR/common lets it be written, and --exclude Util leaves it as it is\n");
 }
 
 TEST_F(Outside, IsNotWrittenByAnyEditingCommand) {
@@ -60,16 +60,16 @@ TEST_F(Outside, IsNotWrittenByAnyEditingCommand) {
     for (const auto* const line : {"insert @app/App.vbp --error-handlers",
                                    "replace @app/App.vbp --component Util --find Beep --replace Stop",
                                    "custom insert @app/App.vbp --id 1 --code @code.txt"}) {
-        EXPECT_THAT(Refusal(line), HasSubstr("only --allow-outside DIR/shared")) << line;
+        EXPECT_THAT(Refusal(line), HasSubstr("only --allow-outside DIR/common")) << line;
     }
-    test.Write("shared/Util.bas", "Sub A()\r\n10000:     Beep\r\nEnd Sub\r\n");
-    EXPECT_THAT(Refusal("remove @app/App.vbp --line-numbers"), HasSubstr("only --allow-outside DIR/shared"));
+    test.Write("common/Util.bas", "Sub A()\r\n10000:     Beep\r\nEnd Sub\r\n");
+    EXPECT_THAT(Refusal("remove @app/App.vbp --line-numbers"), HasSubstr("only --allow-outside DIR/common"));
 }
 
 TEST_F(Outside, IsWrittenWhereTheUserNamesItsFolder) {
-    const Outcome outcome = test.Run("insert @app/App.vbp --line-numbers --allow-outside @shared");
+    const Outcome outcome = test.Run("insert @app/App.vbp --line-numbers --allow-outside @common");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_THAT(test.Read("shared/Util.bas"), HasSubstr("10000:"));
+    EXPECT_THAT(test.Read("common/Util.bas"), HasSubstr("10000:"));
     EXPECT_THAT(test.Read("app/Main.bas"), HasSubstr("10000:"));
 }
 
@@ -77,14 +77,14 @@ TEST_F(Outside, IsWrittenWhereTheUserNamesAFolderAbove) {
     test.Write("other/x", "");
     EXPECT_EQ(test.Run("insert @app/App.vbp --line-numbers --allow-outside @other --allow-outside @.").status,
               0);
-    EXPECT_THAT(test.Read("shared/Util.bas"), HasSubstr("10000:"));
+    EXPECT_THAT(test.Read("common/Util.bas"), HasSubstr("10000:"));
 }
 
 TEST_F(Outside, IsNotWrittenWhereAnotherFolderIsNamed) {
     test.Write("share/x", "");
-    test.Write("shared/below/x", "");
+    test.Write("common/below/x", "");
     EXPECT_THAT(Refusal("insert @app/App.vbp --line-numbers --allow-outside @share"), HasSubstr("App.vbp:2"));
-    EXPECT_THAT(Refusal("insert @app/App.vbp --line-numbers --allow-outside @shared/below"),
+    EXPECT_THAT(Refusal("insert @app/App.vbp --line-numbers --allow-outside @common/below"),
                 HasSubstr("App.vbp:2"));
 }
 
@@ -97,12 +97,12 @@ TEST_F(Outside, TheFolderHasToBeThere) {
 TEST_F(Outside, IsNoObstacleWhenItIsLeftOut) {
     const Outcome outcome = test.Run("insert @app/App.vbp --line-numbers --exclude Util");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(test.Read("shared/Util.bas"), Code);
+    EXPECT_EQ(test.Read("common/Util.bas"), Code);
     EXPECT_EQ(test.Files().size(), 3U) << "no other file appears anywhere";
 }
 
 TEST_F(Outside, IsNoObstacleWhenItStaysAsItIs) {
-    test.Write("shared/Util.bas", "Dim a\r\n");
+    test.Write("common/Util.bas", "Dim a\r\n");
     EXPECT_EQ(test.Run("insert @app/App.vbp --line-numbers").status, 0);
 }
 
@@ -113,22 +113,22 @@ TEST_F(Outside, RunsThatWriteNothingWarn) {
         EXPECT_THAT(outcome.err, AllOf(HasSubstr("DIR/app/App.vbp:2: warning: the component Util is"),
                                        HasSubstr("[outside]")));
     }
-    EXPECT_EQ(test.Run("insert @app/App.vbp --line-numbers --diff --allow-outside @shared").err, "");
+    EXPECT_EQ(test.Run("insert @app/App.vbp --line-numbers --diff --allow-outside @common").err, "");
 }
 
 TEST_F(Outside, LinksDoNotHideIt) {
     WriteProject("Module=Linked; Linked.bas\r\n");
-    fs::create_symlink("../shared/Util.bas", test.Path("app/Linked.bas"));
-    EXPECT_THAT(Refusal(), HasSubstr("is the file DIR/shared/Util.bas, outside of DIR/app;"));
+    fs::create_symlink("../common/Util.bas", test.Path("app/Linked.bas"));
+    EXPECT_THAT(Refusal(), HasSubstr("is the file DIR/common/Util.bas, outside of DIR/app;"));
     WriteProject("Module=Util; lib\\util.bas\r\n");
-    fs::create_symlink("../shared", test.Path("app/lib"));
-    EXPECT_THAT(Refusal(), HasSubstr("is the file DIR/shared/Util.bas, outside of DIR/app;"));
+    fs::create_symlink("../common", test.Path("app/lib"));
+    EXPECT_THAT(Refusal(), HasSubstr("is the file DIR/common/Util.bas, outside of DIR/app;"));
 }
 
 TEST_F(Outside, LinksInAFolderDoNotHideIt) {
-    fs::create_symlink("../shared/Util.bas", test.Path("app/Linked.bas"));
+    fs::create_symlink("../common/Util.bas", test.Path("app/Linked.bas"));
     EXPECT_THAT(Refusal("insert @app --line-numbers"),
-                HasSubstr("DIR/app/Linked.bas: error: the component Linked is the file DIR/shared/Util.bas"));
+                HasSubstr("DIR/app/Linked.bas: error: the component Linked is the file DIR/common/Util.bas"));
 }
 
 TEST_F(Outside, LinksWithinTheFolderAreFollowed) {
@@ -141,17 +141,17 @@ TEST_F(Outside, LinksWithinTheFolderAreFollowed) {
 }
 
 TEST_F(Outside, AbsolutePathsDoNotHideIt) {
-    WriteProject("Module=Util; " + test.Path("shared/Util.bas") + "\r\n");
+    WriteProject("Module=Util; " + test.Path("common/Util.bas") + "\r\n");
     EXPECT_THAT(Refusal(), HasSubstr("outside of DIR/app"));
 }
 
 TEST_F(Outside, AGroupHasItsOwnFolderOnly) {
-    test.Write("shared/Lib.vbp", "Module=Util; Util.bas\r\nName=\"Lib\"\r\n");
+    test.Write("common/Lib.vbp", "Module=Util; Util.bas\r\nName=\"Lib\"\r\n");
     WriteProject("");
-    test.Write("app/All.vbg", "StartupProject=App.vbp\r\nProject=..\\shared\\Lib.vbp\r\n");
-    EXPECT_THAT(Refusal("insert @app/All.vbg --line-numbers"), HasSubstr("DIR/shared/Lib.vbp:1: error: "));
-    EXPECT_EQ(test.Run("insert @app/All.vbg --line-numbers --allow-outside @shared").status, 0);
-    EXPECT_THAT(test.Read("shared/Util.bas"), HasSubstr("10000:"));
+    test.Write("app/All.vbg", "StartupProject=App.vbp\r\nProject=..\\common\\Lib.vbp\r\n");
+    EXPECT_THAT(Refusal("insert @app/All.vbg --line-numbers"), HasSubstr("DIR/common/Lib.vbp:1: error: "));
+    EXPECT_EQ(test.Run("insert @app/All.vbg --line-numbers --allow-outside @common").status, 0);
+    EXPECT_THAT(test.Read("common/Util.bas"), HasSubstr("10000:"));
 }
 
 TEST_F(Outside, ThePathItselfIsTheUsersWord) {
@@ -163,16 +163,16 @@ TEST_F(Outside, ThePathItselfIsTheUsersWord) {
 
 TEST_F(Outside, UndoNeedsTheSameWord) {
     const auto before = test.Files();
-    ASSERT_EQ(test.Run("insert @app/App.vbp --line-numbers --allow-outside @shared").status, 0);
+    ASSERT_EQ(test.Run("insert @app/App.vbp --line-numbers --allow-outside @common").status, 0);
     EXPECT_THAT(
         Refusal("undo @app/App.vbp"),
-        HasSubstr("DIR/shared/Util.bas: error: lies outside of DIR/app; only --allow-outside DIR/shared"));
-    EXPECT_EQ(test.Run("undo @app/App.vbp --allow-outside @shared").status, 0);
+        HasSubstr("DIR/common/Util.bas: error: lies outside of DIR/app; only --allow-outside DIR/common"));
+    EXPECT_EQ(test.Run("undo @app/App.vbp --allow-outside @common").status, 0);
     EXPECT_EQ(test.Files(), before);
 }
 
 TEST_F(Outside, AProjectCannotAllowItself) {
-    test.Write("app/.lintara.toml", "allow-outside = [\"../shared\"]\n");
+    test.Write("app/.lintara.toml", "allow-outside = [\"../common\"]\n");
     const auto before = test.Files();
     const Outcome outcome = test.Run("insert @app/App.vbp --line-numbers");
     EXPECT_EQ(outcome.status, 2);
@@ -184,22 +184,22 @@ TEST_F(Outside, ACopyHoldsItAndStaysInItsFolder) {
     auto expected = test.Files();
     const Outcome outcome = test.Run("insert @app/App.vbp --line-numbers --output @copy");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_THAT(test.Read("copy/shared/Util.bas"), HasSubstr("10000:"));
+    EXPECT_THAT(test.Read("copy/common/Util.bas"), HasSubstr("10000:"));
     for (const auto& [name, bytes] : test.Files()) {
         if (!name.starts_with("copy/")) {
             EXPECT_EQ(expected[name], bytes) << name;
         }
     }
-    EXPECT_EQ(test.Run("insert @app/App.vbp --line-numbers --output @copy --allow-outside @shared").status,
+    EXPECT_EQ(test.Run("insert @app/App.vbp --line-numbers --output @copy --allow-outside @common").status,
               2);
 }
 
 TEST_F(Outside, ACopyFollowsNoLinkOutOfItsFolder) {
     test.Write("victim/x", "");
     fs::create_directory(test.Path("copy"));
-    fs::create_directory_symlink("../victim", test.Path("copy/shared"));
+    fs::create_directory_symlink("../victim", test.Path("copy/common"));
     EXPECT_THAT(Refusal("insert @app/App.vbp --line-numbers --output @copy"),
-                HasSubstr("DIR/copy/shared: error: is a link, which may lead out of the output folder"));
+                HasSubstr("DIR/copy/common: error: is a link, which may lead out of the output folder"));
     EXPECT_FALSE(fs::exists(test.Path("victim/Util.bas")));
 }
 
@@ -212,11 +212,11 @@ TEST_F(Outside, ServeNeedsTheSameWord) {
                  R"({"jsonrpc":"2.0","id":3,"method":"workspace.save"})"
                  "\n";
     const Outcome refused = test.Run("serve --isolated");
-    EXPECT_THAT(refused.out, HasSubstr("outside of DIR/app; only --allow-outside DIR/shared"));
-    EXPECT_EQ(test.Read("shared/Util.bas"), Code);
-    const Outcome allowed = test.Run("serve --isolated --allow-outside @shared");
+    EXPECT_THAT(refused.out, HasSubstr("outside of DIR/app; only --allow-outside DIR/common"));
+    EXPECT_EQ(test.Read("common/Util.bas"), Code);
+    const Outcome allowed = test.Run("serve --isolated --allow-outside @common");
     EXPECT_THAT(allowed.out, Not(HasSubstr("error"))) << allowed.out;
-    EXPECT_THAT(test.Read("shared/Util.bas"), HasSubstr("Stop"));
+    EXPECT_THAT(test.Read("common/Util.bas"), HasSubstr("Stop"));
 }
 
 // Whatever can save in place has the option; none of them takes it from a project's file.
