@@ -1,5 +1,6 @@
 // The copy-and-paste buffers and their code database.
 
+#include "assistant/buffer_rows.h"
 #include "assistant/lintara.h"
 #include "tests/support/code_fixture.h"
 #include "tests/support/memory_database.h"
@@ -187,6 +188,19 @@ TEST_F(CodeDatabaseTest, WithoutItsIndexTheTableIsLeftAlone) {
     EXPECT_EQ(assistant_.AdditionalCPBuffer(1), Was(1));
     EXPECT_EQ(Stored(1), u"one");
     EXPECT_EQ(rows_->codeByKey.size(), 1U);
+}
+
+// A host's database, which yields no object where it has no table.
+class DatabaseWithoutTables : public hostmodel::Database {
+  public:
+    Result<std::shared_ptr<hostmodel::Recordset>> OpenTable(TextView) override { return nullptr; }
+};
+
+TEST(BufferRowsTest, NoTableIsAnError) {
+    DatabaseWithoutTables database;
+    const auto rows = assistant::OpenBufferRows(database);
+    ASSERT_FALSE(rows);
+    EXPECT_EQ(rows.error().number, ErrorNumber::ObjectNotSet);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "tests/support/random.h"
 #include "tests/support/temporary_folder.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <set>
@@ -67,11 +68,26 @@ class KilledSessionTest : public testing::Test {
         assistant.oG = fixture.globals();
         assistant.InitCodeAutomation();
         for (int n = first;; ++n) {
-            for (std::int32_t index = 0; index <= 9; ++index) {
-                assistant.SetAdditionalCPBuffer(index, Version(n));
-            }
-            assistant.CloseCodeAutomation();
+            Store(assistant, n);
         }
+    }
+
+    // How long it takes to begin a session and to store a version in it.
+    [[nodiscard]] milliseconds TimeOfOneVersion() const {
+        const auto begun = std::chrono::steady_clock::now();
+        support::CodeFixture fixture("");
+        Lintara assistant(MakePlatform());
+        assistant.oG = fixture.globals();
+        assistant.InitCodeAutomation();
+        Store(assistant, 0);
+        return std::chrono::ceil<milliseconds>(std::chrono::steady_clock::now() - begun);
+    }
+
+    static void Store(Lintara& assistant, int version) {
+        for (std::int32_t index = 0; index <= 9; ++index) {
+            assistant.SetAdditionalCPBuffer(index, Version(version));
+        }
+        assistant.CloseCodeAutomation();
     }
 
     // The texts that a new session finds, each once.
@@ -94,9 +110,10 @@ class KilledSessionTest : public testing::Test {
 TEST_F(KilledSessionTest, TheTenBuffersAreTheOldOnesOrTheNewOnes) {
     support::Random random(1);
     std::set<Text> seen;
+    const milliseconds longest = std::max(milliseconds(60), 3 * TimeOfOneVersion());
     int next = 0;
     for (int kill = 0; kill < Kills; ++kill) {
-        KillDuring([&] { StoreVersions(next); }, random, milliseconds(60));
+        KillDuring([&] { StoreVersions(next); }, random, longest);
         const std::set<Text> texts = Load();
         ASSERT_EQ(texts.size(), 1U) << "after " << kill;
         const Text& text = *texts.begin();

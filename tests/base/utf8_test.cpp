@@ -19,6 +19,8 @@ TEST(Utf8, ReplacesEveryInvalidByte) {
     EXPECT_EQ(FromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");
     EXPECT_EQ(FromUtf8("\xF4\x90\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
     EXPECT_EQ(FromUtf8("\xE2\x82"), u"\uFFFD\uFFFD");
+    EXPECT_EQ(FromUtf8("\xE2\x82z"), u"\uFFFD\uFFFDz");
+    EXPECT_EQ(FromUtf8("\xF0\x9F\x98z"), u"\uFFFD\uFFFD\uFFFDz");
 }
 
 TEST(Utf8, ReplacesUnpairedSurrogates) {

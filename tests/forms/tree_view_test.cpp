@@ -85,6 +85,24 @@ TEST_F(TreeViewTest, TellsTheMirrorOfEachChangeOnce) {
     EXPECT_EQ(mirror.changes, expected);
 }
 
+TEST_F(TreeViewTest, TellsTheMirrorOfNothingThatStaysAsItIs) {
+    RecordingMirror mirror;
+    form.SetMirror(&mirror);
+    tree.Clear();
+    EXPECT_TRUE(mirror.changes.empty());
+    TreeNode* top = Add(nullptr, u"", u"top");
+    Add(top, u"", u"b");
+    top->SetSorted(true);
+    mirror.changes.clear();
+    top->SetSorted(true);
+    top->SetExpanded(top->Expanded());
+    tree.SetSelectedItem(nullptr);
+    EXPECT_TRUE(mirror.changes.empty());
+    top->SetSorted(false);
+    Add(top, u"", u"a");
+    EXPECT_EQ(Captions(top->Children()), (std::vector<Text>{u"b", u"a"}));
+}
+
 TEST_F(TreeViewTest, TheUserPicksAndChooses) {
     TreeNode* node = Add(nullptr, u"k", u"one");
     Log log;

@@ -13,6 +13,8 @@
 
 #include <csignal>
 #include <cstdio>
+#include <map>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -147,6 +149,32 @@ TEST_F(HandBuiltJetFileTest, OtherTablesAndFieldsAreErrors) {
     EXPECT_TRUE(Read(support::JetFile({})));
 }
 
+// In this process, as these files are whole: what reads them is counted and watched by tools here only.
+TEST_F(HandBuiltJetFileTest, TheReaderGivesTheTextsByTheirKeys) {
+    const auto rows = [&](const support::JetTable& table) {
+        return ReadJetRows(folder_.Write("old.mdb", support::JetFile(table)));
+    };
+    EXPECT_EQ(rows({.codeByKey = {{0, u"one\r\ntwo"},
+                                  {3, std::u16string(9'000, u'\u20ac')},
+                                  {9, u""},
+                                  {10, u"never stored"}}}),
+              (std::map<int, Text>{{0, u"one\r\ntwo"}, {3, Text(9'000, u'\u20ac')}, {9, u""}}));
+    EXPECT_EQ(rows({.bytesByKey = {{1, std::string("\xFF\xFE"
+                                                   "ab\0\xAC\x20\0c",
+                                                   9)},
+                                   {2, "a"}}}),
+              (std::map<int, Text>{{1, u"ab\u20acc"}, {2, u""}}));
+    EXPECT_EQ(rows({.name = u"Others"}).error(), "it has no table CPBuffers");
+    EXPECT_EQ(rows({.keyField = u"Number"}).error(), "its table CPBuffers lacks the field Key or Code");
+}
+
+TEST_F(HandBuiltJetFileTest, TimeAndTextsAreLimited) {
+    const fs::path file = folder_.Write("old.mdb", support::JetFile({.codeByKey = {{0, u"a longer text"}}}));
+    const auto error = [&](const IsolationLimits& limits) { return ReadJetBuffers(file, limits).error(); };
+    EXPECT_EQ(error({.time = milliseconds(0)}), "it is damaged: reading it came to no end");
+    EXPECT_EQ(error({.answer = 10}), "it holds more text than the buffers can");
+}
+
 TEST_F(HandBuiltJetFileTest, DamagedAndTruncatedOnesHarmNobody) {
     const std::string whole = support::JetFile(
         {.codeByKey = {{0, u"one"}, {1, std::u16string(1'500, u'x')}, {2, std::u16string(9'000, u'y')}}});
@@ -250,6 +278,16 @@ TEST(IsolatedCallTest, TimeAndAnswersAreLimited) {
     EXPECT_EQ(CallIsolated([] { return std::string(10'000'000, 'x'); }, limits),
               std::unexpected(IsolationFailure::AnswerTooBig));
     EXPECT_EQ(CallIsolated([] { return std::string(1000, 'x'); }, limits), std::string(1000, 'x'));
+}
+
+TEST(IsolatedCallTest, WithoutAPipeNothingIsStarted) {
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{.rlim_cur = 0, .rlim_max = before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    const auto answer = CallIsolated([] { return std::string("done"); });
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(answer, std::unexpected(IsolationFailure::NotStarted));
 }
 
 #ifndef __SANITIZE_ADDRESS__

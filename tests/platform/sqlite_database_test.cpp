@@ -2,11 +2,13 @@
 
 #include "platform/database_file.h"
 #include "platform/path_text.h"
+#include "platform/sqlite_connection.h"
 #include "platform/sqlite_engine.h"
 #include "tests/support/other_process.h"
 #include "tests/support/sqlite_shell.h"
 #include "tests/support/temporary_folder.h"
 
+#include <sqlite3.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -224,6 +226,8 @@ TEST_F(SqliteDatabaseTest, WrongUseFailsAndHarmsNothing) {
     EXPECT_TRUE(again->SetField(u"code", Text(u"x")));
     EXPECT_TRUE(again->Update());
     EXPECT_TRUE(again->Seek(u"=", 1));
+    EXPECT_EQ(again->Field(u"KEY"), Value(1));
+    EXPECT_FALSE(again->Field(u"Other"));
     EXPECT_TRUE(again->Edit());
     EXPECT_FALSE(again->SetField(u"Key", 2)) << "a row keeps its key";
     EXPECT_TRUE(again->Close());
@@ -457,6 +461,33 @@ TEST_F(SqliteDatabaseTest, WhatAForeignFileBringsIsNotRun) {
         ASSERT_TRUE(Store(*rows, 0, Text(u"x")));
     }
     EXPECT_EQ(AskSqlite(File(), "SELECT count(*) FROM Log; SELECT count(*) FROM CPBuffers"), "0\n1\n");
+}
+
+TEST(SqliteErrorTest, TellsTheReason) {
+    const std::pair<int, std::string_view> cases[] = {
+        {SQLITE_BUSY, "it is locked by another program"},
+        {SQLITE_BUSY_SNAPSHOT, "it is locked by another program"},
+        {SQLITE_LOCKED, "it is locked by another program"},
+        {SQLITE_READONLY, "it is write-protected"},
+        {SQLITE_READONLY_DIRECTORY, "it is write-protected"},
+        {SQLITE_CORRUPT, "it is damaged"},
+        {SQLITE_NOTADB, "it is no code database"},
+        {SQLITE_FULL, "the disk is full"},
+        {SQLITE_CANTOPEN, "it, or the journal beside it, cannot be opened"},
+        {SQLITE_PERM, "access to it is denied"},
+        {SQLITE_AUTH, "access to it is denied"},
+        {SQLITE_IOERR_READ, "it cannot be read or written"},
+        {SQLITE_CONSTRAINT, "its own rules forbid the change"},
+        {SQLITE_TOOBIG, "a text is too long for it"},
+        {SQLITE_MISUSE, "the database engine failed"},
+    };
+    for (const auto& [code, reason] : cases) {
+        EXPECT_EQ(SqliteError(code).reason, reason);
+        EXPECT_EQ(SqliteError(code).number, ErrorNumber::HostFailure) << reason;
+    }
+    EXPECT_EQ(SqliteError(SQLITE_IOERR_NOMEM).reason, "it cannot be read or written");
+    EXPECT_EQ(SqliteError(SQLITE_NOMEM).reason, "there is not enough memory for it");
+    EXPECT_EQ(SqliteError(SQLITE_NOMEM).number, ErrorNumber::OutOfMemory);
 }
 
 TEST(CodeDatabaseCreationTest, MakesTheFolderAndAnEmptyTable) {

@@ -174,5 +174,22 @@ TEST(TomlDocument, RefusesKeysThatNestWithoutEnd) {
     EXPECT_FALSE(TomlDocument::Parse("[" + key + "]\n"));
 }
 
+TEST(TomlDocument, CountsDotsOfKeysAlone) {
+    std::string dots;
+    for (int i = 0; i < 5'000; ++i) {
+        dots += ".c";
+    }
+    const std::string behindAnOpenText = "a = \"open\nb" + dots + " = 1\n";
+    const auto refused = TomlDocument::Parse(behindAnOpenText);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().line, 2U);
+    EXPECT_EQ(refused.error().what, "there are too many dots in keys and numbers");
+    for (const std::string& harmless :
+         {"# " + dots + "\n", "a = \"\\\"" + dots + "\"\n", "a = '" + dots + "'\n",
+          "a = \"\"\"" + dots + "\n" + dots + "\"\"\"\n"}) {
+        EXPECT_TRUE(TomlDocument::Parse(harmless)) << harmless.substr(0, 20);
+    }
+}
+
 }  // namespace
 }  // namespace lintara::platform

@@ -14,6 +14,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -238,6 +239,19 @@ TEST_F(TomlSettingsTest, AreNotSetAsideByALinkToThemselves) {
     EXPECT_EQ(folder_.Read("Tarnwick/settings.toml.bad.1"), "damaged");
 }
 
+TEST_F(TomlSettingsTest, ThatAreDamagedStayWhereNoNameIsLeftForThem) {
+    folder_.Write(settingsFile, "damaged");
+    folder_.Write("Tarnwick/settings.toml.bad", "older");
+    for (int number = 1; number < 10'000; ++number) {
+        const std::string name = "Tarnwick/settings.toml.bad." + std::to_string(number);
+        ASSERT_EQ(::symlink("settings.toml.bad", (folder_ / name).c_str()), 0);
+    }
+    EXPECT_FALSE(Store().Save(Name(u"A"), u"1"));
+    EXPECT_EQ(folder_.Read(settingsFile), "damaged");
+    ASSERT_THAT(notices_, SizeIs(1));
+    EXPECT_THAT(notices_[0].text, HasSubstr("too many copies with the ending .bad are there"));
+}
+
 TEST_F(TomlSettingsTest, WarnOncePerDamage) {
     folder_.Write(settingsFile, "[CodeAutomation]\nA = \"1\"\nB =\n");
     TomlSettings store = Store();
@@ -271,6 +285,30 @@ TEST_F(TomlSettingsTest, FailWhereAFileStandsForTheFolder) {
     EXPECT_FALSE(Store().Find(Name(u"A")));
     EXPECT_FALSE(Store().Save(Name(u"A"), u"1"));
     EXPECT_EQ(folder_.Read("Tarnwick"), "mine");
+}
+
+TEST_F(TomlSettingsTest, FailWhereAFileStandsAboveTheFolder) {
+    folder_.Write("config", "mine");
+    TomlSettings store(folder_ / "config/deep/deeper",
+                       [this](const SettingsNotice& notice) { notices_.push_back(notice); });
+    EXPECT_FALSE(store.Find(Name(u"A")));
+    EXPECT_FALSE(store.Save(Name(u"A"), u"1"));
+    ASSERT_THAT(notices_, SizeIs(2));
+    EXPECT_THAT(notices_[0].text, HasSubstr("cannot be read"));
+    EXPECT_THAT(notices_[1].text, HasSubstr("its folder cannot be made"));
+    EXPECT_EQ(folder_.Read("config"), "mine");
+}
+
+TEST_F(TomlSettingsTest, WhatAKilledWriterLeftGoesAndNothingElse) {
+    folder_.Write(settingsFile, "[CodeAutomation]\nA = \"1\"\n");
+    folder_.Write("Tarnwick/.settings.toml.Ab3dE6.tmp", "half");
+    const std::string others[] = {"Tarnwick/.other.toml.Ab3dE6.tmp", "Tarnwick/.settings.toml.Ab3dE6",
+                                  "Tarnwick/.settings.toml.longer.name.tmp"};
+    for (const std::string& other : others) {
+        folder_.Write(other, "somebody's");
+    }
+    ASSERT_TRUE(Store().Save(Name(u"A"), u"2"));
+    EXPECT_THAT(FileNames(), UnorderedElementsAre(settingsFile, others[0], others[1], others[2]));
 }
 
 TEST_F(TomlSettingsTest, FailWithoutAHome) {
@@ -478,6 +516,18 @@ TEST(UserConfigFolder, IsTheOneThatTheDesktopAgreedOn) {
     EXPECT_EQ(ofAccount.filename(), ".config");
     home.Set("also/relative");
     EXPECT_EQ(UserConfigFolder(), ofAccount);
+}
+
+TEST(UserStateFolder, IsTheOneThatTheDesktopAgreedOn) {
+    const SavedVariable state("XDG_STATE_HOME");
+    const SavedVariable home("HOME");
+    home.Set("/home/ada");
+    state.Set("/var/mine");
+    EXPECT_EQ(UserStateFolder(), "/var/mine");
+    state.Set("relative");
+    EXPECT_EQ(UserStateFolder(), "/home/ada/.local/state");
+    state.Set(nullptr);
+    EXPECT_EQ(UserStateFolder(), "/home/ada/.local/state");
 }
 
 }  // namespace

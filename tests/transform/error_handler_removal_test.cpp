@@ -4,7 +4,10 @@
 #include "tests/support/code_fixture.h"
 #include "tests/support/plain_comparison.h"
 #include "tests/transform/plain_operations.h"
+#include "transform/error_handler_statements.h"
 
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -69,6 +72,13 @@ Sub B()
 hErr:
 End Sub
 )"));
+}
+
+TEST(ErrorHandlerRemovalTest, WithNoLineInFrontOfTheEndNoStatementIsRedirected) {
+    CodeFixture fixture(WithHandler);
+    const Line lowest{std::numeric_limits<std::int32_t>::min()};
+    RedirectHandlerStatements(*fixture.globals(), ModuleName, u"hErr", u"0", Line{1}, lowest);
+    EXPECT_EQ(fixture.text(), Code(WithHandler));
 }
 
 TEST(ErrorHandlerRemovalTest, AHandlerWithoutTheMarkerIsLeft) {

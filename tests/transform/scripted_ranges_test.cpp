@@ -1,5 +1,6 @@
 // The search for a procedure's ranges against a host whose answers fail or make no sense.
 
+#include "tests/support/faulty_host.h"
 #include "tests/support/scripted_module.h"
 #include "tests/transform/ranges_text.h"
 #include "transform/procedure_ranges.h"
@@ -18,6 +19,9 @@ namespace {
 
 using hostmodel::MemberKind;
 using hostmodel::MemberType;
+using support::Fault;
+using support::FaultPlan;
+using support::FaultyGlobals;
 using support::ScriptedModule;
 
 constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
@@ -79,6 +83,27 @@ TEST(ScriptedRangesTest, WithoutAnyKindTheHeaderComesFromTheMemberListAndThereIs
     module->procStartLine = nullptr;
     module->procCountLines = nullptr;
     EXPECT_EQ(Ranges(module), "7-1; 0-0; 0-0");
+}
+
+TEST(ScriptedRangesTest, WithoutTheMemberListTheHeaderIsWhereItWas) {
+    for (const Fault fault : {Fault::Fails, Fault::Empty}) {
+        const auto plan = std::make_shared<FaultPlan>();
+        plan->fault = [&](std::size_t, std::string_view call) {
+            // Asked again, the list gives the member's type.
+            return call == "CodeModule.Members" && plan->CountOf(call) == 0 ? fault : Fault::None;
+        };
+        const auto module = ModuleWithA();
+        FaultyGlobals globals(support::GlobalsOver(module), plan);
+        const auto ranges = [&] {
+            plan->calls.clear();
+            return support::ToString(GetProcedureRanges(globals, u"P", u"C", u"A"));
+        };
+        module->procBodyLine = nullptr;
+        EXPECT_EQ(ranges(), "not found");
+        module->declarationLines = 0;
+        module->procBodyLine = [](TextView, MemberKind) { return Line{1}; };
+        EXPECT_EQ(ranges().substr(0, 2), "2-");
+    }
 }
 
 TEST(ScriptedRangesTest, WithoutAnyKindTheHostIsAskedWithKindMinusOne) {

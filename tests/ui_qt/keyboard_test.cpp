@@ -1,4 +1,7 @@
 #include "tests/ui_qt/sample_form.h"
+#include "ui/qt/key_codes.h"
+
+#include <QKeyEvent>
 
 namespace lintara::ui {
 namespace {
@@ -99,6 +102,29 @@ TEST_F(KeyboardWindowTest, TheFocusSurvivesAMessage) {
         EXPECT_EQ(form.txtName.SelText(), u"b");
     });
     EXPECT_EQ(form.log, Log{});
+}
+
+TEST(KeyCodeTest, KeysOfTheNumberPadAreKeysOfTheirOwn) {
+    struct Case {
+        Qt::Key key;
+        int plain;
+        int onThePad;
+    };
+    const Case cases[] = {
+        {Qt::Key_0, 48, 96},        {Qt::Key_9, 57, 105},      {Qt::Key_Minus, 189, 109},
+        {Qt::Key_Period, 190, 110}, {Qt::Key_Comma, 188, 110}, {Qt::Key_Slash, 191, 111},
+        {Qt::Key_Home, 36, 36},     {Qt::Key_Enter, 13, 13},
+    };
+    const auto codeOf = [](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        return KeyCodeOf(QKeyEvent(QEvent::KeyPress, key, modifiers));
+    };
+    for (const auto& [key, plain, onThePad] : cases) {
+        EXPECT_EQ(codeOf(key, Qt::NoModifier), plain) << key;
+        EXPECT_EQ(codeOf(key, Qt::KeypadModifier), onThePad) << key;
+    }
+    EXPECT_EQ(codeOf(Qt::Key_Asterisk, Qt::KeypadModifier), 106);
+    EXPECT_EQ(codeOf(Qt::Key_Plus, Qt::KeypadModifier), 107);
+    EXPECT_EQ(codeOf(Qt::Key_unknown, Qt::KeypadModifier), 0);
 }
 
 }  // namespace

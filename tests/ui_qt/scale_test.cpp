@@ -54,11 +54,21 @@ TEST(FontTest, TheDesktopDecidesTheSizeAndTheFormTheRelation) {
 }
 
 TEST(ColorTest, SystemColorsAreThoseOfThePalette) {
+    const std::pair<forms::Color, QPalette::ColorRole> cases[] = {
+        {forms::Color::WindowBackground, QPalette::Base}, {forms::Color::WindowText, QPalette::Text},
+        {forms::Color::Highlight, QPalette::Highlight},   {forms::Color::ButtonFace, QPalette::Window},
+        {forms::Color::ButtonShadow, QPalette::Dark},     {forms::Color::ButtonText, QPalette::ButtonText},
+        {forms::Color::ButtonHighlight, QPalette::Light},
+    };
     QPalette palette;
-    palette.setColor(QPalette::Base, QColor(1, 2, 3));
-    palette.setColor(QPalette::Highlight, QColor(4, 5, 6));
-    EXPECT_EQ(ResolvedColor(forms::Color::WindowBackground, palette), QColor(1, 2, 3));
-    EXPECT_EQ(ResolvedColor(forms::Color::Highlight, palette), QColor(4, 5, 6));
+    for (const auto& [color, role] : cases) {
+        palette.setColor(role, QColor(1, 2, 3 + role));
+    }
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(7, 8, 9));
+    for (const auto& [color, role] : cases) {
+        EXPECT_EQ(ResolvedColor(color, palette), QColor(1, 2, 3 + role)) << role;
+    }
+    EXPECT_EQ(ResolvedColor(forms::Color::GrayText, palette), QColor(7, 8, 9));
     EXPECT_EQ(ResolvedColor(static_cast<forms::Color>(0x00112233), palette), QColor(0x33, 0x22, 0x11));
 }
 

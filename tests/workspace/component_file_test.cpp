@@ -51,6 +51,7 @@ TEST(ComponentFile, TheHeadEndsWhereTheShownCodeBegins) {
         {"a.bas", "Attribute VB_Name = \"m\"\r\nAttribute VB_Description = \"d\"\r\n^'c\r\n", u"m",
          ComponentType::Module},
         {"a.bas", "Attribute VB_Name=\"say \"\"m\"\"\"\n^x\n", u"say \"m\"", ComponentType::Module},
+        {"a.bas", "Attribute VB_Name = modMain \n^x\n", u"modMain", ComponentType::Module},
         {"a.bas", "^ Attribute VB_Name = \"m\"\n", u"", ComponentType::Module},
         {"a.bas", "^Attributes = 3\n", u"", ComponentType::Module},
         {"a.bas", "^Attribute = 3\n", u"", ComponentType::Module},
@@ -67,6 +68,10 @@ TEST(ComponentFile, TheHeadEndsWhereTheShownCodeBegins) {
          "VERSION 5.00\nObject = \"{F9043C88}#1.2#0\"; \"COMDLG32.OCX\"\nBegin VB.Form frmMain \n"
          "   Caption = \"Begin\"\nEnd\nAttribute VB_Name = \"frmMain\"\n^Private Sub x()\n",
          u"frmMain", ComponentType::Form},
+        {"a.frm",
+         "VERSION 5.00\nBegin VB.Form f\n  BeginProperty Font\n    BeginProperty Size\nEnd\n"
+         "Attribute VB_Name = \"f\"\n^x\n",
+         u"f", ComponentType::Form},
         {"a.frm", "VERSION 5.00\nBegin VB.MDIForm m\nEnd\n^", u"", ComponentType::MDIForm},
         {"a.frm",
          "VERSION 5.00\nBegin {C62A69F0-16DC-11CE} UserForm1 \n OleObjectBlob = \"f.frx\":0000\nEnd\n^", u"",

@@ -215,6 +215,31 @@ TEST_F(OpenTest, AFileNamedTwiceIsAnErrorWithBothLines) {
     EXPECT_TRUE(errors.contains("p.vbp:3: names the file a.bas again, after line 1")) << errors;
 }
 
+TEST_F(OpenTest, LinesThatNameNoFileOrTwoAreErrors) {
+    folder_.Write("p.vbp", "Form=\nModule=a; a.bas\n");
+    folder_.Write("A.bas", "Dim a\n");
+    folder_.Write("a.BAS", "Dim a\n");
+    const std::string errors = Refused("p.vbp");
+    EXPECT_TRUE(errors.contains("p.vbp:1: this line names no file\n")) << errors;
+    EXPECT_TRUE(errors.contains("p.vbp:2: the component \"a.bas\" is ambiguous: \"a.bas\" may be "))
+        << errors;
+    EXPECT_TRUE(errors.contains("which differ only in case")) << errors;
+}
+
+TEST_F(OpenTest, AProjectNamedTwiceIsAnErrorWithBothLines) {
+    folder_.Write("g.vbg", "Project=q.vbp\nStartupProject=Q.VBP\n");
+    folder_.Write("q.vbp", "");
+    const std::string errors = Refused("g.vbg");
+    EXPECT_TRUE(errors.contains("g.vbg:2: names the project q.vbp again, after line 1")) << errors;
+}
+
+TEST_F(OpenTest, ProjectsAndGroupsThatAreNoTextAreRefused) {
+    folder_.Write("p.vbp", std::string_view("Type=Exe\n\0\n", 11));
+    folder_.Write("g.vbg", std::string_view("VBGROUP 5.0\n\0\n", 14));
+    EXPECT_TRUE(Refused("p.vbp").contains("p.vbp:2: holds a NUL byte"));
+    EXPECT_TRUE(Refused("g.vbg").contains("g.vbg:2: holds a NUL byte"));
+}
+
 TEST_F(OpenTest, OneFileUnderTwoNamesIsAnError) {
     folder_.Write("p.vbp", "Module=a; a.bas\nModule=b; b.bas\n");
     folder_.Write("a.bas", "Dim a\n");
