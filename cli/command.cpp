@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <exception>
+#include <new>
 #include <string_view>
 #include <unistd.h>
 
@@ -49,6 +50,11 @@ ExitStatus Run(std::span<const std::string> arguments, Environment& environment,
     ExitStatus status = ExitStatus::Failed;
     try {
         status = RunChecked(arguments, environment, connect);
+    } catch (const std::bad_alloc&) {
+        streams.err.Write(
+            "lintara: error: out of memory: this takes more than the machine, or the limit set for this "
+            "command, gives; try fewer components at once\n");
+        return ExitStatus::Failed;
     } catch (const std::exception& exception) {
         streams.err.Write("lintara: error: " + Printable(std::string_view(exception.what())) + "\n");
         return ExitStatus::Failed;

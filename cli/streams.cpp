@@ -5,7 +5,9 @@
 #include <array>
 #include <cerrno>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace lintara::cli {
 
@@ -67,6 +69,11 @@ std::expected<std::size_t, std::string> DescriptorSource::Read(std::span<char> b
 
 std::expected<std::string, std::string> DescriptorSource::ReadAll() {
     constexpr std::size_t mostInput = std::size_t{1} << 30;
+    constexpr std::string_view tooLong = "standard input is longer than 1 GiB, too long for source code";
+    if (struct stat status{}; ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
+                              std::cmp_greater(status.st_size, mostInput)) {
+        return std::unexpected(std::string(tooLong));
+    }
     std::string bytes;
     std::array<char, 64 * 1024> block{};
     for (;;) {
@@ -79,7 +86,7 @@ std::expected<std::string, std::string> DescriptorSource::ReadAll() {
         }
         bytes.append(block.data(), *count);
         if (bytes.size() > mostInput) {
-            return std::unexpected("standard input is longer than 1 GiB, too long for source code");
+            return std::unexpected(std::string(tooLong));
         }
     }
 }

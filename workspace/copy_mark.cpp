@@ -1,5 +1,7 @@
 #include "workspace/copy_mark.h"
 
+#include "workspace/read_file.h"
+
 #include <unistd.h>
 
 namespace lintara::workspace {
@@ -9,6 +11,9 @@ namespace fs = std::filesystem;
 std::optional<Diagnostic> FindIncompleteCopy(const std::vector<fs::path>& folders) {
     for (const fs::path& folder : folders) {
         const fs::path mark = folder / copyMarkName;
+        if (auto squatter = SquatterMessage(mark, copyMarkUse)) {
+            return Diagnostic{mark, 0, *std::move(squatter)};
+        }
         if (::access(mark.c_str(), F_OK) == 0) {
             return Diagnostic{
                 folder, 0,

@@ -11,8 +11,10 @@
 namespace lintara::workspace {
 
 inline constexpr const char* copyMarkName = ".lintara-copy";
+inline constexpr const char* copyMarkUse = "the mark of a copy that is being made";
 
-// What to tell people when one of the folders holds an incomplete copy.
+// What to tell people when one of the folders holds an incomplete copy, or something else in the mark's
+// place.
 [[nodiscard]] std::optional<Diagnostic> FindIncompleteCopy(const std::vector<std::filesystem::path>& folders);
 
 }  // namespace lintara::workspace

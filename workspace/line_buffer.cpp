@@ -94,6 +94,7 @@ void LineBuffer::SplitLines(std::size_t codeBegin) {
         records.back().bare = EndsWithLineEnding(records.back().tail()) ? 0 : 1;
     }
     records_ = GapBuffer<Record>(std::move(records));
+    linesSize_ = file_.size() - prefixSize_;
     NoteHead();
 }
 
@@ -215,8 +216,9 @@ void LineBuffer::Count(const Record& record, std::int32_t change) {
 }
 
 void LineBuffer::CountText(const Record& record, std::int32_t change) {
+    const std::size_t size = record.textSize + record.tailSize;
+    linesSize_ = change > 0 ? linesSize_ + size : linesSize_ - size;
     if (record.edited != 0) {
-        const std::size_t size = record.textSize + record.tailSize;
         arenaLive_ = change > 0 ? arenaLive_ + size : arenaLive_ - size;
     }
     unencodable_ += record.unencodable != 0 ? change : 0;
@@ -280,11 +282,7 @@ void LineBuffer::AppendBytes(std::string& bytes) const {
 }
 
 std::size_t LineBuffer::CountBytes() const {
-    std::size_t size = prefixSize_;
-    for (std::size_t i = 0; i < records_.size(); ++i) {
-        size += records_[i].textSize + records_[i].tailSize;
-    }
-    return size;
+    return prefixSize_ + linesSize_;
 }
 
 std::string_view LineBuffer::EndingOfBareLine(const Record& record, std::string_view above) const {

@@ -117,6 +117,7 @@ class LineBuffer {
     std::optional<Ending> prefixEnding_;
     bool prefixLacksEnding_ = false;  // and there was no line behind it
     Arena arena_;
+    std::size_t linesSize_ = 0;  // bytes of all records
     std::size_t arenaLive_ = 0;  // bytes of the arena that records use
     std::int32_t unencodable_ = 0;
     ShownLines shown_;

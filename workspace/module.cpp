@@ -482,6 +482,10 @@ void Module::AppendCurrentBytes(std::string& bytes) const {
     }
 }
 
+std::size_t Module::CountBytes() const {
+    return parts_ ? parts_->lines.CountBytes() : (current_ ? *current_ : original_).size();
+}
+
 void Module::KeepBytesOnly() {
     if (!parts_ || parts_->lines.FirstUnencodable()) {
         return;

@@ -105,6 +105,8 @@ class Module {
     // The file's bytes when it was loaded, and as a save would write them now.
     [[nodiscard]] const std::string& originalBytes() const;
     void AppendCurrentBytes(std::string& bytes) const;
+    // How many bytes a save would write, but for a line ending here and there. Cheap.
+    [[nodiscard]] std::size_t CountBytes() const;
     // To be called when the edits are done: frees all but both of these, which is most of the memory. Lines
     // are those of the bytes that a save would write from then on, and read anew when they are asked for;
     // where they were before any edit is forgotten. A module with a line that a save could not write is left

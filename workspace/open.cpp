@@ -12,7 +12,6 @@
 #include "workspace/writable_area.h"
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <map>
@@ -65,25 +64,37 @@ void Parse(const EncodingPtr& codePage, std::string bytes, Loaded& loaded) {
     loaded.component = std::move(component);
 }
 
-bool HasTooManyLines(std::string_view bytes) {
-    return bytes.size() > mostLines &&
-           std::cmp_greater(std::max(std::ranges::count(bytes, '\n'), std::ranges::count(bytes, '\r')),
-                            mostLines);
+// What is wrong with a name, if anything.
+std::optional<std::string> ProblemOf(TextView name) {
+    if (name.size() <= longestName) {
+        return std::nullopt;
+    }
+    return "has a name of " + std::to_string(name.size()) + " characters; names have at most " +
+           std::to_string(longestName);
 }
 
-// `left` is how many bytes may be read, by all threads.
-void Load(const EncodingPtr& codePage, std::atomic<std::int64_t>& left, Loaded& loaded) {
-    const fs::path& path = loaded.plan->path;
-    auto content = left < 0 ? std::unexpected(std::string()) : ReadFile(path, largestComponent);
-    if (content) {
-        left -= static_cast<std::int64_t>(content->bytes.size());
+// Gives those that go beyond what may be opened together an error.
+void RefuseTooMuch(std::vector<Loaded>& loaded) {
+    std::uintmax_t total = 0;
+    for (Loaded& each : loaded) {
+        const fs::path& path = each.plan->path;
+        std::error_code error;
+        const std::uintmax_t size = fs::file_size(path, error);
+        total += error ? 0 : std::min<std::uintmax_t>(size, largestOpening);
+        if (std::cmp_greater(total, largestOpening)) {
+            each.error = Diagnostic{path, 0,
+                                    "is too much: what is opened together may have " +
+                                        std::to_string(largestOpening >> 20) + " MiB"};
+        }
     }
-    if (left < 0) {
-        loaded.error = Diagnostic{
-            path, 0,
-            "is too much: what is opened together may have " + std::to_string(largestOpening >> 20) + " MiB"};
+}
+
+void Load(const EncodingPtr& codePage, Loaded& loaded) {
+    if (loaded.error) {
         return;
     }
+    const fs::path& path = loaded.plan->path;
+    auto content = ReadFile(path, largestComponent);
     if (!content) {
         loaded.error = Diagnostic{path, 0, std::move(content.error())};
         return;
@@ -120,6 +131,10 @@ void CheckProject(const PlannedProject& project, const std::vector<Loaded*>& com
                               (line > 0 ? component.path.string() + " " : std::string()) +
                                   "is the same file as " + sameFile->second->component->path.string() +
                                   (line > 0 ? " in line " + std::to_string(line) : "")});
+            continue;
+        }
+        if (auto problem = ProblemOf(component.name)) {
+            errors.push_back({component.path, 0, *std::move(problem)});
             continue;
         }
         const auto [sameName, isNewName] = byName.try_emplace(FoldCase(component.name), each);
@@ -165,14 +180,14 @@ class Opener {
 
 void Opener::LoadAll() {
     loaded_.clear();
-    std::atomic<std::int64_t> left = largestOpening;
     for (const PlannedProject& project : plan_.projects) {
         for (const PlannedComponent& component : project.components) {
             loaded_.push_back({&component, nullptr, {}, std::nullopt});
         }
     }
+    RefuseTooMuch(loaded_);
     InParallel(
-        loaded_.size(), [&](std::size_t i) { Load(codePage_, left, loaded_[i]); },
+        loaded_.size(), [&](std::size_t i) { Load(codePage_, loaded_[i]); },
         [&](std::size_t done) {
             if (options_.progress) {
                 options_.progress(done, loaded_.size());
@@ -204,6 +219,10 @@ void Opener::CheckAll() {
             }
         }
         CheckProject(project, components, errors_);
+        if (auto problem = ProblemOf(project.name)) {
+            errors_.push_back({project.path, 0, *std::move(problem)});
+            continue;
+        }
         const auto sameName = std::ranges::find_if(
             seen, [&](const PlannedProject* other) { return SameName(other->name, project.name); });
         if (sameName != seen.end()) {

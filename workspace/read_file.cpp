@@ -67,6 +67,15 @@ std::string KindMessage(const struct stat& status) {
     return "is a device, not a file";
 }
 
+std::optional<std::string> SquatterMessage(const std::filesystem::path& path, std::string_view use) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode)) {
+        return std::nullopt;
+    }
+    return KindMessage(status) + "; lintara keeps " + std::string(use) +
+           " under that name, so rename or delete what is there";
+}
+
 FileIdentity IdentityOf(const struct stat& status) {
     return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
@@ -102,17 +111,18 @@ std::expected<FileContent, std::string> ReadFile(const std::filesystem::path& pa
     return content;
 }
 
-std::expected<std::string, std::string> ReadFileOrPipe(const std::filesystem::path& path) {
+std::expected<std::string, std::string> ReadFileOrPipe(const std::filesystem::path& path,
+                                                       std::int64_t largest) {
     struct stat status {};
     if (::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode)) {
         const Descriptor pipe(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
         std::string bytes;
-        if (!pipe.open() || !ReadAll(pipe.get(), 0, largestFile, bytes)) {
+        if (!pipe.open() || !ReadAll(pipe.get(), 0, largest, bytes)) {
             return CannotRead(errno);
         }
         return bytes;
     }
-    auto content = ReadFile(path);
+    auto content = ReadFile(path, largest);
     if (!content) {
         return std::unexpected(std::move(content.error()));
     }

@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <expected>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 
 namespace lintara::workspace {
@@ -27,8 +29,10 @@ inline constexpr std::int64_t largestFile = std::int64_t{1} << 30;
                                                                std::int64_t largest = largestFile);
 
 // The bytes of a file, or of a pipe to its end: for what a user names on the command line, where a shell puts
-// pipes in the place of files. Waits until somebody writes to the pipe.
-[[nodiscard]] std::expected<std::string, std::string> ReadFileOrPipe(const std::filesystem::path& path);
+// pipes in the place of files. Waits until somebody writes to the pipe. More than `largest` bytes are
+// refused.
+[[nodiscard]] std::expected<std::string, std::string> ReadFileOrPipe(const std::filesystem::path& path,
+                                                                     std::int64_t largest = largestFile);
 
 [[nodiscard]] FileIdentity IdentityOf(const struct stat& status);
 
@@ -37,5 +41,10 @@ inline constexpr std::int64_t largestFile = std::int64_t{1} << 30;
 
 // "is a folder" and the like: what the path names that is no regular file.
 [[nodiscard]] std::string KindMessage(const struct stat& status);
+
+// What to tell people where a path that only this program makes files at, as `use` says ("a mark of ..."),
+// names something else; none when it names a file or nothing.
+[[nodiscard]] std::optional<std::string> SquatterMessage(const std::filesystem::path& path,
+                                                         std::string_view use);
 
 }  // namespace lintara::workspace

@@ -205,6 +205,9 @@ class Recovery {
 // Where a link leads, if there still is a journal. What cannot be seen now is not gone: the files of a save
 // must stay until its journal tells what to do with them.
 std::expected<std::optional<fs::path>, Diagnostic> FollowLink(const fs::path& link) {
+    if (auto squatter = SquatterMessage(link, "a mark of interrupted saves")) {
+        return std::unexpected(Diagnostic{link, 0, *std::move(squatter)});
+    }
     if (const auto content = ReadFile(link); !content) {
         return std::unexpected(Diagnostic{
             link, 0, "leads to an interrupted save, and " + content.error() + "; run as the user who saved"});
@@ -232,8 +235,12 @@ std::expected<std::set<fs::path>, Diagnostic> FindJournals(const std::vector<fs:
     std::set<fs::path> journals;
     std::error_code error;
     for (const fs::path& folder : folders) {
-        if (fs::exists(fs::symlink_status(folder / journalName, error))) {
-            journals.insert(folder / journalName);
+        const fs::path own = folder / journalName;
+        if (auto squatter = SquatterMessage(own, "the journal of a save")) {
+            return std::unexpected(Diagnostic{own, 0, *std::move(squatter)});
+        }
+        if (fs::exists(fs::symlink_status(own, error))) {
+            journals.insert(own);
         }
         const fs::path link = folder / journalLinkName;
         if (!fs::exists(fs::symlink_status(link, error))) {

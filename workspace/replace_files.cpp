@@ -123,7 +123,14 @@ std::expected<std::vector<fs::path>, Diagnostics> Saver::Run(std::vector<FileCha
         }
     }
     for (const Stage step : steps) {
-        (this->*step)();
+        try {
+            (this->*step)();
+        } catch (...) {  // memory is at an end
+            if (journalFile_.open()) {
+                Undo();
+            }
+            throw;
+        }
         if (!ok()) {
             Undo();
             return std::unexpected(std::move(errors_));
@@ -203,14 +210,12 @@ void Saver::CheckBackup(Candidate& candidate) const {
     candidate.replacement.backup = backup;
 }
 
-// A file that several projects share is written once, when all of them want the same content.
+// A file that several projects share is written once, when all of them want the same content. Two names of
+// one file (hard links) are two files from then on.
 void Saver::FindSharedFiles() {
-    std::map<std::pair<dev_t, ino_t>, const Candidate*> byFile;
-    std::set<fs::path> targets;
+    std::map<fs::path, const Candidate*> byTarget;
     for (Candidate& candidate : candidates_) {
-        targets.insert(candidate.replacement.target);
-        const auto [known, isNew] =
-            byFile.try_emplace({candidate.status.st_dev, candidate.status.st_ino}, &candidate);
+        const auto [known, isNew] = byTarget.try_emplace(candidate.replacement.target, &candidate);
         if (isNew) {
             continue;
         }
@@ -226,11 +231,6 @@ void Saver::FindSharedFiles() {
         candidate.sameAsAnother = true;
     }
     std::erase_if(candidates_, [](const Candidate& candidate) { return candidate.sameAsAnother; });
-    for (const Candidate& candidate : candidates_) {
-        if (targets.contains(candidate.replacement.backup)) {
-            Fail(candidate.replacement.backup, "is edited itself, so it cannot become a backup");
-        }
-    }
 }
 
 std::set<fs::path> Saver::TargetFolders() const {

@@ -148,15 +148,16 @@ std::vector<ChangedFile> ChangedFiles(const Workspace& workspace) {
     return changed;
 }
 
-Diagnostics ChangesOutside(const Workspace& workspace, const std::vector<fs::path>& allowedOutside) {
+Diagnostics ChangesOutside(const std::vector<ChangedFile>& files,
+                           const std::vector<fs::path>& allowedOutside) {
     Diagnostics outside;
     RealPaths realPaths;
-    for (const ChangedFile& edited : EditedFiles(workspace)) {
-        const WritableArea area{TreeOfProject(*edited.project), allowedOutside};
-        const fs::path& path = edited.component->path;
+    for (const ChangedFile& changed : files) {
+        const WritableArea area{TreeOfProject(*changed.project), allowedOutside};
+        const fs::path& path = changed.component->path;
         const fs::path file = realPaths.Of(path);
-        if (!area.Holds(file) && Differs(*edited.component->module)) {
-            outside.push_back(OutsideOf(area, path, file, OriginOf(edited)));
+        if (!area.Holds(file)) {
+            outside.push_back(OutsideOf(area, path, file, OriginOf(changed)));
         }
     }
     return outside;

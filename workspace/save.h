@@ -22,8 +22,8 @@ struct ChangedFile {
 // The components whose bytes differ from those that were loaded, in project order. Compared in parallel.
 [[nodiscard]] std::vector<ChangedFile> ChangedFiles(const Workspace& workspace);
 
-// The components that a save in place would refuse to write because of where their files lie.
-[[nodiscard]] Diagnostics ChangesOutside(const Workspace& workspace,
+// Those of the files that a save in place would refuse to write because of where they lie.
+[[nodiscard]] Diagnostics ChangesOutside(const std::vector<ChangedFile>& files,
                                          const std::vector<std::filesystem::path>& allowedOutside);
 
 // Saves in place; the value is the files written. Refused, with nothing changed, when a line cannot be

@@ -97,7 +97,7 @@ class Copier {
     void Mark();
     void ClearLeftovers(const fs::path& folder);
     void WriteAllFiles();
-    WriteResult WriteFile(const CopiedFile& file) const;
+    [[nodiscard]] std::optional<Diagnostic> WriteFile(const CopiedFile& file) const;
     void FlushAllFiles();
     void PutInPlace();
     void RemoveMarks();
@@ -133,7 +133,12 @@ std::expected<std::vector<fs::path>, Diagnostics> Copier::Run() {
         &Copier::Lock,       &Copier::Mark,       &Copier::WriteAllFiles, &Copier::FlushAllFiles,
         &Copier::PutInPlace, &Copier::RemoveMarks};
     for (const Stage stage : stages) {
-        (this->*stage)();
+        try {
+            (this->*stage)();
+        } catch (...) {  // memory is at an end
+            TakeBack();
+            throw;
+        }
         if (!errors_.empty()) {
             TakeBack();
             return std::unexpected(std::move(errors_));
@@ -314,6 +319,9 @@ void Copier::Mark() {
     for (const fs::path& folder : folders_) {
         Step();
         const fs::path mark = folder / copyMarkName;
+        if (auto squatter = SquatterMessage(mark, copyMarkUse)) {
+            return Fail(mark, *squatter);
+        }
         const auto made = CreateNew(mark);
         if (made) {
             madeMarks_.push_back(mark);
@@ -339,14 +347,19 @@ void Copier::ClearLeftovers(const fs::path& folder) {
     }
 }
 
-WriteResult Copier::WriteFile(const CopiedFile& file) const {
+// What is wrong with the file, or with the one that it is a copy of.
+std::optional<Diagnostic> Copier::WriteFile(const CopiedFile& file) const {
     Step();
+    const auto write = [&](mode_t mode, std::string_view bytes) {
+        auto written = WriteNew(file.temporary, mode, bytes);
+        return written ? std::nullopt : std::optional(Diagnostic{file.target, 0, std::move(written.error())});
+    };
     if (file.added != nullptr) {
-        return WriteNew(file.temporary, 0666 & ~mask_, file.added->bytes);
+        return write(0666 & ~mask_, file.added->bytes);
     }
     struct stat status {};
     if (::stat(file.source.c_str(), &status) != 0) {
-        return std::unexpected("cannot be read: " + SystemMessage(errno));
+        return Diagnostic{file.source, 0, "cannot be read: " + SystemMessage(errno)};
     }
     std::string bytes;
     if (file.component != nullptr) {
@@ -354,20 +367,16 @@ WriteResult Copier::WriteFile(const CopiedFile& file) const {
     } else {
         auto content = ReadFile(file.source);
         if (!content) {
-            return std::unexpected(std::move(content.error()));
+            return Diagnostic{file.source, 0, std::move(content.error())};
         }
         bytes = std::move(content->bytes);
     }
     // A copy is for working with, also where the source is read-only.
-    return WriteNew(file.temporary, ((status.st_mode & 0777) | S_IWUSR) & ~mask_, bytes);
+    return write(((status.st_mode & 0777) | S_IWUSR) & ~mask_, bytes);
 }
 
 void Copier::WriteAllFiles() {
-    const auto write = [&](std::size_t i) {
-        if (auto result = WriteFile(files_[i]); !result) {
-            files_[i].error = Diagnostic{files_[i].target, 0, std::move(result.error())};
-        }
-    };
+    const auto write = [&](std::size_t i) { files_[i].error = WriteFile(files_[i]); };
     InParallel(files_.size(), write, [&](std::size_t done) {
         if (options_.progress) {
             options_.progress(done, files_.size());

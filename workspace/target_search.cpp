@@ -49,7 +49,8 @@ std::optional<Match> TargetSearch::FindFrom(const LineBuffer& lines, Line line, 
                                             std::optional<Position> limit) {
     if (window_.ownLines() == 1) {
         lines.Read(line, line_);
-        if (!MayMatchIn(line_)) {
+        const auto ahead = std::min(static_cast<std::size_t>(column.value()) - 1, line_.size());
+        if (!MayMatchIn(TextView(line_).substr(ahead))) {
             return std::nullopt;
         }
         window_.Hold(line_, line);

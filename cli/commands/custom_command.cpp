@@ -44,6 +44,7 @@ constexpr std::string_view InsertFooter =
     "  breaks-procedure   it would not end where it ends now\n"
     "  label-exists       it has a label that the code brings\n"
     "  duplicate-procedure, name-clash   only the first of several of one name can be reached\n"
+    "  long-name          its name has more than 255 characters\n"
     "  --exact turns these checks off.\n" LINTARA_EDITING_STATUSES;
 
 constexpr std::string_view RemoveFooter =
@@ -62,6 +63,7 @@ constexpr std::string_view RemoveFooter =
     "  hidden-lines       attribute lines that the IDE hides would go with the block\n"
     "  jump-target        code outside the block jumps to a label or number inside\n"
     "  duplicate-procedure, name-clash   only the first of several of one name can be reached\n"
+    "  long-name          its name has more than 255 characters\n"
     "  --exact turns these checks off.\n" LINTARA_EDITING_STATUSES;
 
 constexpr std::string_view What = "What to insert";
@@ -110,6 +112,9 @@ GivenCode ReadCode(const OptionReader& given, Environment& environment) {
 
 void CheckCode(const GivenCode& code, bool exact) {
     Require(!code.text.empty(), code.label + ": there is no code to insert");
+    if (const auto problem = ProblemOfSize(code.text)) {
+        throw UsageError(code.label + ": " + *problem);
+    }
     if (exact) {
         return;
     }

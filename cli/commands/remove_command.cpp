@@ -32,6 +32,7 @@ constexpr std::string_view RemoveFooter =
     "  A procedure whose code removal could harm is left as it was, with a warning that says why:\n"
     "  range-mismatch     its beginning and end cannot be told for certain\n"
     "  duplicate-procedure, name-clash   only the first of several of one name can be reached\n"
+    "  long-name          its name has more than 255 characters\n"
     "  number-width       it has numbers that are not five digits, a colon and a blank\n"
     "  jump-target        GoTo, GoSub, Resume, On ... GoTo or If ... Then jump to one of its numbers, or\n"
     "                     into the handler\n"
@@ -41,6 +42,7 @@ constexpr std::string_view RemoveFooter =
     "  marker-mismatch    the text of the marker stands where no handler begins, or one of #If and #End If\n"
     "                     would go with the handler\n"
     "  hidden-lines       the IDE hides attribute lines in the handler\n"
+    "  crowded-line       one line of many thousand characters is full of On Error GoTo and the label\n"
     "  --exact turns these checks off.\n" LINTARA_EDITING_STATUSES;
 
 constexpr std::string_view What = "What to remove";

@@ -2,6 +2,8 @@
 
 #include "cli/edits/reachable.h"
 #include "cli/edits/refusal.h"
+#include "cli/edits/size_limit.h"
+#include "cli/guards/crowded_lines.h"
 #include "cli/guards/inserted_code.h"
 #include "cli/output/terminal_text.h"
 #include "cli/project/input_line.h"
@@ -37,6 +39,14 @@ void RequireShownLines(const std::vector<Text>& before, const std::vector<Text>&
     }
 }
 
+void RequireSpace(const workspace::Module& module, Line line, std::size_t matches, std::size_t characters) {
+    if (IsCrowded(matches, characters)) {
+        throw Refusal("--find: " + InputPlace(module, line) + " has " + std::to_string(characters) +
+                      " characters and too many matches among them to replace them all; split it, or leave "
+                      "it out with --from and --to");
+    }
+}
+
 std::string CountOf(std::int32_t lines) {
     return std::to_string(lines) + (lines == 1 ? " line" : " lines");
 }
@@ -56,11 +66,15 @@ ComponentReport ComponentReplace::Edit(const ScopedComponent& scope) {
     const workspace::Module& module = *scope.component->module;
     ComponentReport report{.project = scope.project, .component = scope.component};
     workspace_.SetActiveProject(*scope.project);
+    if (!request_.exact) {
+        CheckLines(module);
+    }
+    const std::vector<Match> matches = FindMatches(module);
+    RequireReadable(*scope.component, matches.size() * request_.replacement.size());
     if (request_.exact) {
         report.found = Replace(scope, LastLine(module));
     } else {
-        CheckLines(module);
-        ReplaceCarefully(scope, report);
+        ReplaceCarefully(scope, matches, report);
     }
     return report;
 }
@@ -105,9 +119,9 @@ bool ComponentReplace::Replace(const ScopedComponent& scope, Line last) {
     return found;
 }
 
-void ComponentReplace::ReplaceCarefully(const ScopedComponent& scope, ComponentReport& report) {
+void ComponentReplace::ReplaceCarefully(const ScopedComponent& scope, const std::vector<Match>& matches,
+                                        ComponentReport& report) {
     workspace::Module& module = *scope.component->module;
-    const std::vector<Match> matches = FindMatches(module);
     const std::vector<Text> before = LinesOf(module);
     const std::vector<Text> expected = Replaced(module, matches);
     RequireShownLines(before, expected);
@@ -131,10 +145,21 @@ std::vector<ComponentReplace::Match> ComponentReplace::FindMatches(const workspa
         end = {};
         return module.Find(request_.sought, begin, end, {.wholeWord = request_.wholeWord});
     };
+    Line current(0);
+    std::size_t length = 0;       // of the current line
+    std::size_t firstOfLine = 0;  // the first match on it
+    Text text;
     while (begin.line <= last && find() && begin.line <= last) {
         if (begin.line == end.line) {
+            if (current != begin.line) {
+                current = begin.line;
+                module.ReadLine(current, text);
+                length = text.size();
+                firstOfLine = matches.size();
+            }
             matches.push_back({begin.line, static_cast<std::size_t>(begin.column.value()) - 1,
                                static_cast<std::size_t>(end.column.value()) - 1});
+            RequireSpace(module, current, matches.size() - firstOfLine, length);
         }
         begin = end;
     }

@@ -48,10 +48,11 @@ class ComponentReplace : public ComponentEditor {
     [[nodiscard]] Line LastLine(const workspace::Module& module) const;
     // Asks the library, to replace up to the line `last`. Whether it found anything.
     [[nodiscard]] bool Replace(const ScopedComponent& scope, Line last);
-    void ReplaceCarefully(const ScopedComponent& scope, ComponentReport& report);
+    void ReplaceCarefully(const ScopedComponent& scope, const std::vector<Match>& matches,
+                          ComponentReport& report);
 
-    // The matches within single lines of the request, in their order, and the text that the module has when
-    // each of them gave way to the replacement.
+    // The matches within single lines of the request, in their order, none of whose lines has too many; and
+    // the text that the module has when each of them gave way to the replacement.
     [[nodiscard]] std::vector<Match> FindMatches(const workspace::Module& module) const;
     [[nodiscard]] std::vector<Text> Replaced(const workspace::Module& module,
                                              const std::vector<Match>& matches) const;

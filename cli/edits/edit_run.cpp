@@ -2,6 +2,7 @@
 
 #include "cli/edits/freed_memory.h"
 #include "cli/edits/refusal.h"
+#include "cli/edits/size_limit.h"
 #include "cli/history/history_store.h"
 #include "cli/invariants/edit_faults.h"
 #include "cli/numbers/number_map.h"
@@ -138,6 +139,7 @@ class EditRun {
 
     void Edit(std::vector<ScopedComponent> scope) {
         faults_.Begin(scope);
+        totalSize_.emplace(workspace_);
         diffs_.resize(options_.edit.diff ? scope.size() : 0);
         newContents_.resize(scope.size());
         if (job_.independent && IsOneProject(scope)) {
@@ -221,6 +223,7 @@ class EditRun {
         if (bytes == module.originalBytes()) {
             return;
         }
+        totalSize_->ComponentEdited(*report.component, bytes);
         if (savesInPlace()) {
             newContents_[index] = workspace::MarkOf(bytes);
         }
@@ -257,7 +260,13 @@ class EditRun {
         if (isStandardInput() || !(edit.check || edit.diff || edit.list)) {
             return;
         }
-        for (workspace::Diagnostic& outside : workspace::ChangesOutside(workspace_, edit.allowedOutside)) {
+        std::vector<workspace::ChangedFile> changed;
+        for (const ComponentReport& component : report_.components) {
+            if (component.changed) {
+                changed.push_back({component.project, component.component});
+            }
+        }
+        for (workspace::Diagnostic& outside : workspace::ChangesOutside(changed, edit.allowedOutside)) {
             messages_.Warning(outside, "outside");
             report_.warnings.push_back(std::move(outside));
         }
@@ -345,8 +354,12 @@ class EditRun {
                                  report.component->module->originalBytes(), newContents_[i]});
             }
         }
-        const auto written =
-            UndoStore(environment_.stateFolder).Write(options_.read.path, job_.command, files);
+        std::expected<void, std::string> written;
+        try {
+            written = UndoStore(environment_.stateFolder).Write(options_.read.path, job_.command, files);
+        } catch (const std::bad_alloc&) {
+            written = std::unexpected("out of memory");
+        }
         if (!written) {
             messages_.Warning({{}, 0, "\"lintara undo\" will not find this command: " + written.error()});
         }
@@ -383,6 +396,7 @@ class EditRun {
     workspace::Workspace workspace_;
     Report report_;
     EditFaults faults_;
+    std::optional<TotalSize> totalSize_;
     std::vector<std::string> diffs_;                   // of each component
     std::vector<workspace::ContentMark> newContents_;  // of each component that is saved in place
 };

@@ -1,9 +1,15 @@
 #include "cli/edits/edit_target.h"
 
+#include "base/constants.h"
+#include "cli/edits/refusal.h"
 #include "cli/guards/body_guard.h"
+#include "cli/guards/crowded_lines.h"
 #include "cli/guards/directives.h"
 #include "cli/guards/range_guard.h"
+#include "cli/output/terminal_text.h"
 #include "workspace/syntax.h"
+
+#include <string>
 
 namespace lintara::cli {
 
@@ -52,6 +58,29 @@ std::optional<Skip> CheckDirectivesThatGo(const EditTarget& target, std::span<co
                 "the " + std::string(NameOf(unbalanced->directive)) + " at " + target.Place(line) +
                     " would go with " + std::string(what) + ", but its " +
                     (unbalanced->directive == Directive::If ? "#End If" : "#If") + " would stay"};
+}
+
+std::optional<Skip> CheckCrowdedLines(const EditTarget& target, const ProcedureText& text, TextView from) {
+    const Text sought = Text(constants::CommittedOnErrorGoTo).append(from);
+    for (const ProcedureText::Part& part : text.parts()) {
+        if (const auto crowded = FindCrowdedLine(text.body(part), sought)) {
+            const Line line = part.body.begin + static_cast<std::int32_t>(*crowded);
+            return Skip{SkipReason::CrowdedLine, line,
+                        target.Place(line) + " has " + std::to_string(text.body(part)[*crowded].size()) +
+                            " characters and too many \"" + Printable(sought) +
+                            "\" among them to change them all; split it"};
+        }
+    }
+    return std::nullopt;
+}
+
+void RequireNoCrowdedLine(const EditTarget& target, const ProcedureGroup& group, const ProcedureText& text,
+                          TextView from) {
+    if (const auto skip = CheckCrowdedLines(target, text, from)) {
+        throw Refusal(std::string(KindWord(group)) + " " + Printable(group.name) + " in " +
+                      Printable(target.component.name) + ": " + skip->message +
+                      ", or leave it out with --exclude");
+    }
 }
 
 }  // namespace lintara::cli

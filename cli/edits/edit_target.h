@@ -56,4 +56,12 @@ struct Skip {
 [[nodiscard]] std::optional<Skip> CheckDirectivesThatGo(const EditTarget& target, std::span<const Text> lines,
                                                         Line first, std::string_view what);
 
+// The guard of edits that lead "On Error GoTo" with the target `from` to another one: no line may hold so
+// many of them that it takes too long.
+[[nodiscard]] std::optional<Skip> CheckCrowdedLines(const EditTarget& target, const ProcedureText& text,
+                                                    TextView from);
+// The same for edits that skip nothing: throws Refusal.
+void RequireNoCrowdedLine(const EditTarget& target, const ProcedureGroup& group, const ProcedureText& text,
+                          TextView from);
+
 }  // namespace lintara::cli

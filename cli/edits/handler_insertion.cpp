@@ -1,5 +1,6 @@
 #include "cli/edits/handler_insertion.h"
 
+#include "base/constants.h"
 #include "cli/guards/range_guard.h"
 #include "cli/output/terminal_text.h"
 #include "workspace/characters.h"
@@ -22,6 +23,9 @@ std::expected<bool, Skip> HandlerInsertion::Apply(const EditTarget& target, cons
     auto objection = CheckBodies(target);
     if (!objection) {
         objection = CheckRanges(target, group, text_);
+    }
+    if (!objection) {
+        objection = CheckCrowdedLines(target, text_, constants::NoErrorHandler);
     }
     if (objection) {
         return std::unexpected(*std::move(objection));
@@ -50,10 +54,12 @@ std::expected<bool, Skip> HandlerInsertion::Apply(const EditTarget& target, cons
 
 bool HandlerInsertion::ApplyExactly(const EditTarget& target, const ProcedureGroup& group) {
     text_.Read(target.module, RangesToVisit(target.RangesOf(group)));
+    RequireNoCrowdedLine(target, group, text_, constants::NoErrorHandler);
     const std::int32_t lines = target.module.CountOfLines();
     const Text& project = target.project.name();
     const Text& component = target.component.name;
     if (refresh_.wanted) {
+        RequireNoCrowdedLine(target, group, text_, wanted_.label);
         settings_->SetLabel(wanted_.label);
         target.lintara.ErrorHandlerRemover(project, component, group.name);
     }

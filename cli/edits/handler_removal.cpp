@@ -144,6 +144,7 @@ std::expected<bool, Skip> HandlerRemoval::Apply(const EditTarget& target, const 
 
 bool HandlerRemoval::ApplyExactly(const EditTarget& target, const ProcedureGroup& group) {
     text_.Read(target.module, RangesToVisit(target.RangesOf(group)));
+    RequireNoCrowdedLine(target, group, text_, wanted_.label);
     const std::int32_t lines = target.module.CountOfLines();
     settings_->SetLabel(wanted_.label);
     target.lintara.ErrorHandlerRemover(target.project.name(), target.component.name, group.name);
@@ -172,6 +173,9 @@ Blocks HandlerRemoval::FindBlocks(const ProcedureText& text) {
 
 std::optional<Skip> HandlerRemoval::Check(const EditTarget& target, const ProcedureText& text,
                                           const Blocks& blocks, TextView label, TextView returning) {
+    if (auto skip = CheckCrowdedLines(target, text, label)) {
+        return skip;
+    }
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         const Part& part = text.parts()[i];
         auto skip = CheckBodyEnd(target, text, part, "handlers of later procedures could go in its place");

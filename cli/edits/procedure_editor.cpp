@@ -1,6 +1,8 @@
 #include "cli/edits/procedure_editor.h"
 
 #include "cli/edits/reachable.h"
+#include "cli/edits/size_limit.h"
+#include "workspace/limits.h"
 
 #include <algorithm>
 
@@ -9,6 +11,14 @@ namespace {
 
 // What became of a procedure that no edit may touch.
 constexpr std::string_view WasSkipped = "was skipped";
+
+// A template may hold such a name thousands of times.
+Skip LongName(const EditTarget& target, const ProcedureGroup& group) {
+    const Line header = group.reached.front().header;
+    return {SkipReason::LongName, header,
+            "its name at " + target.Place(header) + " has more than " +
+                std::to_string(workspace::longestName) + " characters"};
+}
 
 }  // namespace
 
@@ -54,7 +64,10 @@ void ProcedureEditor::Walk(const EditTarget& target, std::vector<ProcedureGroup>
         const bool isLast = first + atOnce >= edits.size();
         for (std::size_t i = 0; i < groups.size(); ++i) {
             ProcedureGroup& group = groups[i];
-            if (const auto keep = kept.find(group.reached.front().number); keep == kept.end()) {
+            if (group.name.size() > workspace::longestName) {
+                AddSkipped(target.module, group, LongName(target, group), WasSkipped, report);
+            } else if (const auto keep = kept.find(group.reached.front().number); keep == kept.end()) {
+                RequireReadable(target.component);
                 edited[i] = EditGroup(target, group, edits.subspan(first, atOnce), report) || edited[i];
             } else if (isLast) {
                 report.skipped.push_back(keep->second);

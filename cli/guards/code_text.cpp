@@ -36,19 +36,22 @@ std::vector<std::size_t> FindCodeEnds(std::span<const Text> lines) {
     return ends;
 }
 
-std::size_t FindInCode(TextView line, std::size_t codeEnd, TextView sought, std::size_t from) {
-    if (FindText(line, sought, from) == TextView::npos) {
-        return TextView::npos;
+std::vector<std::size_t> FindInCode(TextView line, std::size_t codeEnd, TextView sought) {
+    std::vector<std::size_t> places;
+    if (FindText(line, sought) == TextView::npos) {
+        return places;
     }
     bool inQuotes = false;
-    for (std::size_t at = 0; at + sought.size() <= codeEnd; ++at) {
-        if (line[at] == u'"') {
-            inQuotes = !inQuotes;
-        } else if (!inQuotes && at >= from && StandsAt(line, at, sought)) {
-            return at;
+    for (std::size_t at = 0; at + sought.size() <= codeEnd;) {
+        if (!inQuotes && StandsAt(line, at, sought)) {
+            places.push_back(at);
+            at += sought.size();
+            continue;
         }
+        inQuotes ^= line[at] == u'"';
+        ++at;
     }
-    return TextView::npos;
+    return places;
 }
 
 bool IsSameCode(TextView a, TextView b) {

@@ -17,9 +17,9 @@ namespace lintara::cli {
 // comment begins there. A line that continues a comment has none.
 [[nodiscard]] std::vector<std::size_t> FindCodeEnds(std::span<const Text> lines);
 
-// The same as FindText, in the first `codeEnd` characters and outside of quotes only.
-[[nodiscard]] std::size_t FindInCode(TextView line, std::size_t codeEnd, TextView sought,
-                                     std::size_t from = 0);
+// Where `sought`, which holds no quotes, occurs in the first `codeEnd` characters and outside of quotes: all
+// places, none of which overlap.
+[[nodiscard]] std::vector<std::size_t> FindInCode(TextView line, std::size_t codeEnd, TextView sought);
 
 // Whether the two are the same code: letter case counts in comments and between quotes only.
 [[nodiscard]] bool IsSameCode(TextView a, TextView b);

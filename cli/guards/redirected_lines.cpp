@@ -27,8 +27,7 @@ std::optional<std::size_t> FindStatement(std::span<const Text> lines, Visit visi
     }
     const std::vector<std::size_t> ends = FindCodeEnds(lines);
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        for (std::size_t at = FindInCode(lines[i], ends[i], Statement); at != TextView::npos;
-             at = FindInCode(lines[i], ends[i], Statement, at + Statement.size())) {
+        for (const std::size_t at : FindInCode(lines[i], ends[i], Statement)) {
             if (visit(TextView(lines[i]), at)) {
                 return i;
             }
@@ -72,8 +71,7 @@ std::vector<TextView> HandlerTargetsIn(TextView code) {
 Text Redirected(TextView line, std::size_t codeEnd, TextView sought, TextView replacement) {
     Text result;
     std::size_t copied = 0;
-    for (std::size_t at = FindInCode(line, codeEnd, sought); at != TextView::npos;
-         at = FindInCode(line, codeEnd, sought, copied)) {
+    for (const std::size_t at : FindInCode(line, codeEnd, sought)) {
         result.append(line.substr(copied, at - copied)).append(replacement);
         copied = at + sought.size();
     }

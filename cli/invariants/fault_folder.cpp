@@ -5,11 +5,14 @@
 #include "workspace/read_file.h"
 #include "workspace/write_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <functional>
 #include <string>
 #include <sys/stat.h>
 #include <system_error>
+#include <utility>
 
 namespace lintara::cli {
 namespace {
@@ -53,6 +56,24 @@ std::string Describe(const FaultReport& report) {
     return text;
 }
 
+// Removes the oldest faults, so that with a new one there are no more than are kept. What cannot be removed
+// is left.
+void MakeRoom(const fs::path& faults) {
+    std::error_code error;
+    std::vector<std::pair<fs::file_time_type, fs::path>> kept;
+    for (fs::directory_iterator entry(faults, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->path().filename().native().starts_with("fault-") &&
+            fs::is_directory(entry->symlink_status(ignored))) {
+            kept.emplace_back(entry->last_write_time(ignored), entry->path());
+        }
+    }
+    std::ranges::sort(kept, std::greater());
+    for (std::size_t i = mostFaults - 1; i < kept.size(); ++i) {
+        fs::remove_all(kept[i].second, error);
+    }
+}
+
 Kept WriteAll(const fs::path& folder, const FaultReport& report) {
     Kept kept = WriteNew(folder / "README.txt", ReadMe);
     if (kept) {
@@ -88,6 +109,7 @@ std::expected<fs::path, std::string> KeepFault(const fs::path& stateFolder, cons
         return std::unexpected(error ? "no folder can be made: " + workspace::SystemMessage(error.value())
                                      : made.error());
     }
+    MakeRoom(faults);
     std::string folder = faults / "fault-XXXXXX";
     if (::mkdtemp(folder.data()) == nullptr) {
         return std::unexpected("no folder can be made: " + workspace::SystemMessage(errno));

@@ -2,6 +2,7 @@
 // own below the user's state folder, for nobody else to read.
 #pragma once
 
+#include <cstddef>
 #include <expected>
 #include <filesystem>
 #include <span>
@@ -23,6 +24,8 @@ struct FaultReport {
     std::vector<std::string> commandLine;  // its words
     std::vector<FaultyFile> files;
 };
+
+inline constexpr std::size_t mostFaults = 20;  // older ones are removed
 
 // Makes a new folder with all of that in it below the folder "faults" in `stateFolder`; the value is its
 // path. On an error, a sentence for people, nothing is left of it.

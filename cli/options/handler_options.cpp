@@ -71,6 +71,9 @@ WantedHandler ReadWantedHandler(const OptionReader& given, Environment& environm
         }
     }
     wanted.code = ReadCode(given, environment);
+    if (const auto problem = ProblemOfSize(wanted.code)) {
+        throw UsageError(TemplateLabel(given) + ": " + *problem);
+    }
     if (!given.Flag("exact")) {
         const auto problem = TemplateProblem(wanted.code, wanted.label);
         Require(!problem, TemplateLabel(given) + ": " + problem.value_or(""));

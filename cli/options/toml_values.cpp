@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <iterator>
 #include <optional>
 
 namespace lintara::cli {
 namespace {
+
+// Each pattern is held against every procedure.
+constexpr std::size_t mostValues = 1000;
 
 std::string_view KindOf(const toml::node& value) {
     switch (value.type()) {
@@ -90,6 +94,10 @@ std::expected<std::vector<std::string>, TomlError> TomlTexts(const OptionInfo& o
                                                              const toml::node& value) {
     std::vector<const toml::node*> values;
     const toml::array* list = value.as_array();
+    if (list != nullptr && list->size() > mostValues) {
+        return Wrong(value, std::string(option.name) + " has " + std::to_string(list->size()) +
+                                " values; give at most " + std::to_string(mostValues));
+    }
     if (list != nullptr && option.kind == OptionKind::Texts) {
         std::ranges::transform(*list, std::back_inserter(values),
                                [](const auto& element) { return &element; });

@@ -111,6 +111,10 @@ std::string_view CodeOf(SkipReason reason) {
             return "label-prefix";
         case SkipReason::LabelMismatch:
             return "label-mismatch";
+        case SkipReason::CrowdedLine:
+            return "crowded-line";
+        case SkipReason::LongName:
+            return "long-name";
     }
     return "";
 }

@@ -37,6 +37,8 @@ enum class SkipReason {
     LabelExists,
     LabelPrefix,
     LabelMismatch,
+    CrowdedLine,
+    LongName,
 };
 
 // "range-mismatch" and so on; part of the report's format.

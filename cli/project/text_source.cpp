@@ -2,7 +2,10 @@
 
 #include "cli/output/terminal_text.h"
 #include "workspace/encoding.h"
+#include "workspace/limits.h"
 #include "workspace/read_file.h"
+
+#include <utility>
 
 namespace lintara::cli {
 
@@ -45,14 +48,22 @@ Text TextOfFile(std::string_view bytes) {
 namespace {
 
 std::expected<Text, std::string> ReadFileText(const std::filesystem::path& path) {
-    const auto bytes = workspace::ReadFileOrPipe(path);
+    const auto bytes = workspace::ReadFileOrPipe(path, workspace::largestCode);
     if (!bytes) {
         return std::unexpected(PrintablePath(path) + ": " + bytes.error());
     }
     return TextOfFile(*bytes);
 }
 
+constexpr std::string_view TooLarge = "is larger than 1 MiB, too large for a piece of code";
+static_assert(workspace::largestCode == 1 << 20);
+
 }  // namespace
+
+std::optional<std::string> ProblemOfSize(TextView code) {
+    return std::cmp_greater(code.size(), workspace::largestCode) ? std::optional(std::string(TooLarge))
+                                                                 : std::nullopt;
+}
 
 TextSource SourceFromArgument(std::string_view argument) {
     if (argument == "-") {
@@ -71,6 +82,9 @@ std::expected<Text, std::string> ReadText(const TextSource& source, Source& stan
     const auto bytes = standardInput.ReadAll();
     if (!bytes) {
         return std::unexpected(bytes.error());
+    }
+    if (std::cmp_greater(bytes->size(), workspace::largestCode)) {
+        return std::unexpected("standard input " + std::string(TooLarge));
     }
     return TextOfFile(*bytes);
 }

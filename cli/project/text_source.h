@@ -6,6 +6,7 @@
 
 #include <expected>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -26,12 +27,16 @@ using TextSource = std::variant<Text, std::filesystem::path, StandardInput>;
 // last line and begins no further one.
 [[nodiscard]] Text TextOfFile(std::string_view bytes);
 
+// What is wrong with the size of a template or a piece of code, wherever it comes from; each line break
+// counts as two characters.
+[[nodiscard]] std::optional<std::string> ProblemOfSize(TextView code);
+
 // "-" is standard input, anything else a file.
 [[nodiscard]] TextSource SourceFromArgument(std::string_view argument);
 
 // The text. What is read has every line ending turned into CR LF, and loses the one at its very end, which
 // ends its last line; it is UTF-8 or, with a byte order mark, UTF-16, and windows-1252 when it is no UTF-8.
-// The error is a sentence that names the file.
+// More than workspace::largestCode is refused. The error is a sentence that names the file.
 [[nodiscard]] std::expected<Text, std::string> ReadText(const TextSource& source, Source& standardInput);
 
 }  // namespace lintara::cli

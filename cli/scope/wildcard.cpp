@@ -2,6 +2,8 @@
 
 #include "workspace/characters.h"
 
+#include <algorithm>
+
 namespace lintara::cli {
 namespace {
 
@@ -31,7 +33,12 @@ bool MatchesFolded(TextView pattern, TextView name) {
 
 }  // namespace
 
-Wildcard::Wildcard(TextView pattern) : folded_(workspace::FoldCase(pattern)) {}
+// Several stars in a row match what one does.
+Wildcard::Wildcard(TextView pattern) : folded_(workspace::FoldCase(pattern)) {
+    const auto [first, last] =
+        std::ranges::unique(folded_, [](char16_t a, char16_t b) { return a == u'*' && b == u'*'; });
+    folded_.erase(first, last);
+}
 
 bool Wildcard::Matches(TextView name) const {
     return MatchesFolded(folded_, workspace::FoldCase(name));

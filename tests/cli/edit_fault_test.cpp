@@ -1,9 +1,11 @@
 // An editor that damages what it edits: the command notices, writes nothing, and keeps what is needed to mend
 // the fault.
 #include "cli/edits/edit_run.h"
+#include "cli/invariants/fault_folder.h"
 #include "tests/cli/command_run.h"
 #include "tests/support/temporary_folder.h"
 
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <map>
@@ -182,6 +184,22 @@ TEST_F(EditFault, EachFaultHasAFolderOfItsOwn) {
     ASSERT_EQ(Run(LoseALine), ExitStatus::InternalFault);
     ASSERT_EQ(Run(LoseALine), ExitStatus::InternalFault);
     EXPECT_THAT(Kept(), SizeIs(2));
+}
+
+TEST_F(EditFault, TheNewestFaultsAreKept) {
+    const auto others = stateFolder / "faults" / "mine";
+    std::string first;
+    for (std::size_t i = 0; i <= mostFaults; ++i) {
+        ASSERT_EQ(Run(LoseALine), ExitStatus::InternalFault);
+        if (i == 0) {
+            first = Kept().front();
+            fs::last_write_time(first, fs::file_time_type::clock::now() - std::chrono::hours(1));
+            fs::create_directory(others);
+        }
+    }
+    EXPECT_THAT(Kept(), SizeIs(mostFaults + 1));
+    EXPECT_FALSE(fs::exists(first));
+    EXPECT_TRUE(fs::exists(others));
 }
 
 TEST_F(EditFault, ThatNothingCanBeKeptIsToldAndTheStatusIsTheSame) {

@@ -35,6 +35,19 @@ TEST_F(HostileProject, ALargeProjectFileOfOptionsIsNotRead) {
     EXPECT_THAT(outcome.err, HasSubstr("is larger than 1 MiB"));
 }
 
+TEST_F(HostileProject, TooManyPatternsAreRefused) {
+    std::string patterns;
+    for (int i = 0; i < 1000; ++i) {
+        patterns += "'A*', ";
+    }
+    test.Write(".lintara.toml", "exclude = [" + patterns + "]\n");
+    EXPECT_EQ(test.Run("insert @Shop.vbp --line-numbers --check").status, 1);
+    test.Write(".lintara.toml", "base = 5\nexclude = [" + patterns + "'B']\n");
+    const Outcome outcome = test.Run("insert @Shop.vbp --line-numbers");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr(".lintara.toml:2: exclude has 1001 values; give at most 1000"));
+}
+
 TEST_F(HostileProject, ALargeMapIsNotRead) {
     test.Write("map.json", "{");
     std::filesystem::resize_file(test.Path("map.json"), largestMap + 1);

@@ -2,10 +2,15 @@
 
 #include "cli/streams.h"
 
+#include "tests/support/temporary_folder.h"
+#include "workspace/descriptor.h"
+
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <fcntl.h>
+#include <filesystem>
 #include <string>
 #include <thread>
 #include <unistd.h>
@@ -59,6 +64,17 @@ TEST(StreamsTest, AFullPipeIsWaitedForAndAnEmptyOneToo) {
     writer.join();
     ASSERT_TRUE(got) << got.error();
     EXPECT_TRUE(*got == sent + "end");
+}
+
+// The file takes no room on the disk.
+TEST(StreamsTest, MoreThanAnySourceCodeIsNotRead) {
+    const support::TemporaryFolder folder;
+    const auto path = folder.Write("large", "");
+    std::filesystem::resize_file(path, (std::uintmax_t{1} << 30) + 1);
+    const workspace::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    ASSERT_TRUE(file.open());
+    EXPECT_EQ(DescriptorSource(file.get()).ReadAll().error(),
+              "standard input is longer than 1 GiB, too long for source code");
 }
 
 TEST(StreamsTest, AReaderWhoLeavesAFullPipeIsNoticed) {

@@ -32,6 +32,12 @@ TEST(Wildcard, AQuestionMarkStandsForOneCharacter) {
     EXPECT_FALSE(Wildcard(u"?*").Matches(u""));
 }
 
+TEST(Wildcard, StarsInARowMatchWhatOneDoes) {
+    EXPECT_TRUE(Wildcard(u"***").Matches(u""));
+    EXPECT_TRUE(Wildcard(u"a**b***?").Matches(u"aXbY"));
+    EXPECT_FALSE(Wildcard(u"a**?").Matches(u"a"));
+}
+
 TEST(Wildcard, ManyStarsCostNoMoreThanTheirProduct) {
     const Text name(2000, u'a');
     Text pattern;

@@ -21,6 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;
+using testing::AllOf;
 using testing::HasSubstr;
 
 class HostilePaths : public testing::Test {
@@ -203,6 +204,49 @@ TEST_F(HostilePaths, LargeFilesAreRefusedBeforeTheyAreRead) {
         const auto opened = Open(workspace, folder / name, {});
         ASSERT_FALSE(opened);
         EXPECT_THAT(Sentences(opened.error()), HasSubstr("is larger than 16 MiB"));
+    }
+}
+
+TEST_F(HostilePaths, MoreThanMayBeOpenedTogetherIsRefusedBeforeItIsRead) {
+    std::string entries;
+    for (std::int64_t size = 0; size <= largestOpening; size += largestComponent) {
+        const std::string name = "m" + std::to_string(size / largestComponent);
+        MakeLarge(folder / (name + ".bas"), largestComponent + 1);
+        entries += "Module=" + name + "; " + name + ".bas\r\n";
+    }
+    EXPECT_THAT(ErrorsOf("P.vbp", entries),
+                AllOf(HasSubstr("m7.bas: is too much: what is opened together may have 2048 MiB"),
+                      HasSubstr("m8.bas: is too much"), HasSubstr("m0.bas: is larger than 256 MiB")));
+}
+
+TEST_F(HostilePaths, NoFileIsReadThatIsLargerThanAnyShouldBe) {
+    MakeLarge(folder / "any", largestFile + 1);
+    EXPECT_EQ(ReadFile(folder / "any").error(), "is larger than 1024 MiB, too large for what it should be");
+}
+
+TEST_F(HostilePaths, LongNamesAreRefused) {
+    const auto withName = [&](std::size_t length) {
+        folder.Write("a.bas", "Attribute VB_Name = \"" + std::string(length, 'n') + "\"\r\n");
+        return Errors("a.bas");
+    };
+    EXPECT_EQ(withName(longestName), "");
+    EXPECT_THAT(withName(longestName + 1),
+                HasSubstr("a.bas: has a name of 256 characters; names have at most 255"));
+    folder.Write("a.bas", "");
+    EXPECT_THAT(
+        ErrorsOf("P.vbp", "Name=\"" + std::string(longestName + 1, 'n') + "\"\r\nModule=A; a.bas\r\n"),
+        HasSubstr("P.vbp: has a name of 256 characters; names have at most 255"));
+}
+
+// Names that this program uses for its own files.
+TEST_F(HostilePaths, FoldersInThePlacesOfMarksAreToldAsThat) {
+    folder.Write("a.bas", "");
+    for (const auto* const name : {".lintara-copy", ".lintara-journal", ".lintara-journal-link"}) {
+        fs::create_directory(folder / name);
+        EXPECT_THAT(Errors("a.bas"), AllOf(HasSubstr(name + ": is a folder, not a file; lintara keeps "s),
+                                           HasSubstr("under that name, so rename or delete what is there")));
+        fs::remove(folder / name);
+        EXPECT_EQ(Errors("a.bas"), "");
     }
 }
 

@@ -46,6 +46,25 @@ TEST(KeptBytes, AreReadAnewForTheirLines) {
     EXPECT_TRUE(module->edited());
 }
 
+TEST(KeptBytes, AreCountedAfterEveryEdit) {
+    const auto module = Loaded();
+    const auto isCounted = [&] { return module->CountBytes() == BytesOf(*module).size(); };
+    EXPECT_TRUE(isCounted());
+    ASSERT_TRUE(module->ReplaceLine(Line{2}, u"    a longer line"));
+    EXPECT_TRUE(isCounted());
+    ASSERT_TRUE(module->InsertLines(Line{1}, u"one\r\ntwo"));
+    EXPECT_TRUE(isCounted());
+    ASSERT_TRUE(module->DeleteLines(Line{3}, 2));  // the first one with the line hidden behind it
+    EXPECT_TRUE(isCounted());
+    for (int i = 0; i < 3000; ++i) {
+        ASSERT_TRUE(module->ReplaceLine(Line{1}, Text(100, i % 2 == 0 ? u'a' : u'b')));
+    }
+    EXPECT_TRUE(isCounted());
+    module->KeepBytesOnly();
+    EXPECT_TRUE(isCounted());
+    EXPECT_EQ(module->AsLoaded()->CountBytes(), File.size());
+}
+
 TEST(KeptBytes, MayBeEditedFurther) {
     const auto module = Loaded();
     ASSERT_TRUE(module->InsertLines(Line{2}, u"    y"));

@@ -2,6 +2,7 @@
 #include "tests/workspace/saved_project.h"
 #include "workspace/save.h"
 
+#include <new>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -162,6 +163,57 @@ TEST(SaveCopy, LeavesNothingBehindWhenItFails) {
         support::AsOrdinaryUser(output.path(), [&] { return Copied(project, output / "new"); });
     EXPECT_TRUE(errors.contains("Permission denied") || errors.contains("cannot be")) << errors;
     EXPECT_EQ(output.Files(), (Files{{"file", ""}}));
+}
+
+TEST(SaveCopy, LeavesNothingBehindWhenMemoryEnds) {
+    SavedProject project(invoicing, "app/App.vbp");
+    project.Open();
+    project.EditAll();
+    bool isThere = false;
+    for (int end = 0; !isThere; ++end) {
+        const TemporaryFolder output;
+        SaveOptions options;
+        int steps = 0;
+        options.beforeStep = [&] {
+            if (steps++ == end) {
+                throw std::bad_alloc();
+            }
+        };
+        try {
+            ASSERT_TRUE(SaveCopy(project.workspace, output / "new", options));
+            isThere = true;
+        } catch (const std::bad_alloc&) {
+            // What has begun to take its place is marked.
+            EXPECT_TRUE(fs::is_empty(output.path()) || fs::exists(output / "new/.lintara-copy")) << end;
+        }
+    }
+}
+
+TEST(SaveCopy, AFolderInTheMarksPlaceIsNoCopy) {
+    SavedProject project(invoicing, "app/App.vbp");
+    project.Open();
+    const TemporaryFolder output;
+    fs::create_directory(output / ".lintara-copy");
+    EXPECT_TRUE(
+        Copied(project, output.path()).contains(".lintara-copy: is a folder, not a file; lintara keeps"));
+    EXPECT_TRUE(output.Files().empty());
+}
+
+TEST(SaveCopy, AResourceThatCannotBeReadIsNamed) {
+    SavedProject project({{"p/f.frm", "VERSION 5.00\nBegin VB.Form f\nEnd\nDim f\n"}}, "p");
+    const TemporaryFolder output;
+    const fs::path resource = project.folder / "p/f.frx";
+    project.Open();
+    fs::create_symlink("/dev/zero", resource);
+    EXPECT_EQ(Copied(project, output / "a"), resource.string() + ": is a device, not a file\n");
+    fs::remove(resource);
+    fs::create_symlink("nowhere", resource);
+    EXPECT_EQ(Copied(project, output / "b"),
+              resource.string() + ": cannot be read: No such file or directory\n");
+    fs::remove(resource);
+    ASSERT_EQ(::mkfifo(resource.c_str(), 0600), 0);
+    EXPECT_EQ(Copied(project, output / "c"), resource.string() + ": is a pipe, not a file\n");
+    EXPECT_TRUE(fs::is_empty(output.path()));
 }
 
 TEST(SaveCopy, KeepsModesAndMakesTheCopyWritable) {

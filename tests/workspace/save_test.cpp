@@ -391,6 +391,54 @@ TEST(Save, AFileThatChangesDuringTheSaveIsKept) {
     EXPECT_EQ(project.folder.Files(), expected);
 }
 
+// Until everything is in place; what is left to do then is done by the next run.
+TEST(Save, NothingIsChangedWhenMemoryEnds) {
+    bool isNew = false;
+    for (int end = 0; !isNew; ++end) {
+        SavedProject project(twoModules, "p.vbp");
+        project.Open();
+        project.EditAll();
+        SaveOptions options;
+        int steps = 0;
+        options.beforeStep = [&] {
+            if (steps++ == end) {
+                throw std::bad_alloc();
+            }
+        };
+        bool isSaved = false;
+        try {
+            isSaved = project.Save(options).empty();
+        } catch (const std::bad_alloc&) {
+            EXPECT_GT(steps, end);
+        }
+        isNew = project.folder.Read("a.bas") != twoModules.at("a.bas");
+        project.Open();
+        if (isNew) {
+            EXPECT_EQ(project.folder.Read("a.bas"), "'edited\r\nDim a\r\n");
+            EXPECT_EQ(project.folder.Read("b.bas"), "'edited\r\nDim b\r\n");
+            EXPECT_EQ(project.folder.Files().size(), twoModules.size());
+        } else {
+            EXPECT_FALSE(isSaved);
+            EXPECT_EQ(project.folder.Files(), twoModules) << end;
+        }
+    }
+}
+
+TEST(Save, TwoNamesOfAFileInTwoProjectsAreBothWritten) {
+    SavedProject project({{"g.vbg", "Project=x.vbp\nProject=y.vbp\n"},
+                          {"x.vbp", "Module=s; s.bas\n"},
+                          {"y.vbp", "Module=t; t.bas\n"},
+                          {"s.bas", "Dim s\n"}},
+                         "g.vbg");
+    fs::create_hard_link(project.folder / "s.bas", project.folder / "t.bas");
+    project.Open();
+    project.EditAll();
+    EXPECT_EQ(project.Save(), "");
+    EXPECT_EQ(project.folder.Read("s.bas"), "'edited\nDim s\n");
+    EXPECT_EQ(project.folder.Read("t.bas"), "'edited\nDim s\n");
+    EXPECT_EQ(project.folder.Files().size(), 5U);
+}
+
 TEST(Save, AFileThatTwoProjectsShareIsWrittenOnce) {
     const Files files = {{"g.vbg", "Project=x.vbp\nProject=y.vbp\n"},
                          {"x.vbp", "Module=s; s.bas\n"},
