@@ -216,7 +216,8 @@ ExitStatus RunInsertion(const OptionReader& given, Environment& environment) {
                                                .markers = !block.noMarkers,
                                                .place = block.where,
                                                .line = block.line,
-                                               .number = MarkerNumber(block.id)},
+                                               .number = MarkerNumber(block.id),
+                                               .code = block.code},
                                 .exact = options.edit.exact}};
     const ExitStatus status = RunEdit(options, job, environment);
     if (given.Flag("save-settings") && WroteWhatWasAsked(status, options.edit)) {

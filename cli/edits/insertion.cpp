@@ -99,10 +99,14 @@ InsertionOptions ReadInsertion(const OptionReader& given, Environment& environme
 EditRules RulesOf(const InsertionOptions& options) {
     const bool replacesHandlers = options.work.errorHandlers && options.refresh;
     return {.numbers = {.in = options.work.lineNumbers,
-                        .out = options.work.lineNumbers && (options.numbers.renumber || replacesHandlers)},
+                        .out = options.work.lineNumbers && (options.numbers.renumber || replacesHandlers),
+                        .base = options.numbers.base,
+                        .step = options.numbers.step,
+                        .byModule = options.numbers.numbering == Numbering::Module},
             .handlers = {.in = options.work.errorHandlers,
                          .out = replacesHandlers,
-                         .label = options.handler.label},
+                         .label = options.handler.label,
+                         .code = options.handler.code},
             .exact = options.exact};
 }
 

@@ -151,8 +151,21 @@ void NumberRemoval::PutBackOthers(const EditTarget& target, const ProcedureGroup
         for (const std::size_t index : kept_.all) {
             text.PutBack(target.module, part, index);
         }
+        PutBackInserted(target, text, part);
         if (!kept_.unnumbered.empty()) {
             remarks.push_back(KeptRemark(target, group.reached[i], part, kept_.unnumbered));
+        }
+    }
+}
+
+// A handler that came ahead of this has no numbers yet, and was never shifted.
+void NumberRemoval::PutBackInserted(const EditTarget& target, const ProcedureText& text,
+                                    const ProcedureText::Part& part) {
+    const auto body = text.body(part);
+    for (std::size_t i = 0; i < body.size(); ++i) {
+        const Line line = part.body.begin + static_cast<std::int32_t>(i);
+        if (body[i].starts_with(u' ') && target.module.OriginOf(line) == Line(0)) {
+            text.PutBack(target.module, part, i);
         }
     }
 }

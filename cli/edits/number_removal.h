@@ -33,6 +33,8 @@ class NumberRemoval : public ProcedureEdit {
     [[nodiscard]] std::optional<Skip> CheckNumbers(const EditTarget& target, const ProcedureText& text) const;
     void PutBackOthers(const EditTarget& target, const ProcedureGroup& group, const ProcedureText& text,
                        std::vector<Remark>& remarks);
+    static void PutBackInserted(const EditTarget& target, const ProcedureText& text,
+                                const ProcedureText::Part& part);
 
     ProcedureText text_;
     std::array<std::vector<NumberedLine>, 3> numbered_;  // of each part

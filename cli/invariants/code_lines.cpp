@@ -36,30 +36,43 @@ bool MayBeEnd(std::string_view text) {
     return !(isLetter(4, 'i') || isLetter(4, 'w'));
 }
 
-// Whether the line might open a procedure, or close one when `isOpen`: told from its first bytes, which are
-// the characters themselves in every encoding of one-byte units. True for all that is not clear.
-bool MayBeEdge(std::string_view line, bool isOpen) {
+bool MayOpen(char first) {
+    switch (first | 0x20) {
+        case 'p':
+        case 'f':
+        case 'g':
+        case 's':
+            return true;
+        default:
+            return IsForeign(first);
+    }
+}
+
+// A number and a label may stand in front.
+bool MayClose(std::string_view text) {
     std::size_t at = 0;
     const auto skip = [&](auto isSkipped) {
-        while (at < line.size() && isSkipped(line[at])) {
+        while (at < text.size() && isSkipped(text[at])) {
             ++at;
         }
     };
-    skip(IsBlank);
-    if (!isOpen) {
-        return at < line.size() && (IsForeign(line[at]) || std::string_view("pPfFgGsS").contains(line[at]));
+    if (IsAsciiDigit(text.front()) || text.front() == ':') {
+        skip(IsAsciiDigit);
+        skip([](char c) { return c == ':' || IsBlank(c); });
+        if (at == text.size()) {
+            return false;
+        }
+        text.remove_prefix(at);
+        at = 0;
     }
-    skip(IsAsciiDigit);
-    skip([](char c) { return c == ':' || IsBlank(c); });
-    if (at == line.size()) {
-        return false;
-    }
-    if (IsForeign(line[at]) || MayBeEnd(line.substr(at))) {
+    if (IsForeign(text.front()) || MayBeEnd(text)) {
         return true;
     }
-    // A label may stand in front.
-    skip([](char c) { return IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_'; });
-    return at < line.size() && (line[at] == ':' || IsForeign(line[at]));
+    if (!text.contains(':')) {
+        return false;
+    }
+    skip([](char c) { return IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_' || IsBlank(c); });
+    return at < text.size() && (text[at] == ':' || IsForeign(text[at]));
 }
 
 }  // namespace
@@ -136,21 +149,47 @@ std::size_t CodeLines::NextShown(std::size_t index) const {
     return index;
 }
 
-std::size_t CodeLines::ReadLogical(std::size_t first, bool isOpen, bool& mayBeEdge) {
-    const std::string_view bytes = textBytes(first);
-    const bool mayContinue = !hasByteUnits_ || bytes.ends_with('_');
-    mayBeEdge = mayContinue || MayBeEdge(bytes, isOpen);
-    if (!mayBeEdge) {
-        return first + 1;
+bool CodeLines::IsContinued(std::size_t index) const {
+    if (hasByteUnits_ && !textBytes(index).ends_with('_')) {
+        return false;
     }
-    Read(first, logical_);
+    Text text;
+    Read(index, text);
+    return workspace::Continues(text);
+}
+
+std::size_t CodeLines::NextPossibleEdge(std::size_t index, bool isOpen) const {
+    if (!hasByteUnits_) {
+        return NextShown(index);
+    }
+    for (; index < lines_.size(); ++index) {
+        const std::string_view text = textBytes(index);
+        if (text.ends_with('_')) {
+            index = NextShown(index);
+            break;
+        }
+        std::size_t at = 0;
+        while (at < text.size() && IsBlank(text[at])) {
+            ++at;
+        }
+        if (at < text.size() && (isOpen ? MayClose(text.substr(at)) : MayOpen(text[at])) &&
+            !IsHidden(index)) {
+            break;
+        }
+    }
+    return index;
+}
+
+std::size_t CodeLines::ReadLogical(std::size_t first, Text& logical) const {
+    Read(first, logical);
     std::size_t end = first + 1;
-    bool continues = workspace::Continues(logical_);
+    bool continues = workspace::Continues(logical);
+    Text piece;
     for (std::size_t next = NextShown(end); continues && next < lines_.size(); next = NextShown(end)) {
-        logical_.pop_back();
-        Read(next, piece_);
-        continues = workspace::Continues(piece_);
-        logical_ += piece_;
+        logical.pop_back();
+        Read(next, piece);
+        continues = workspace::Continues(piece);
+        logical += piece;
         end = next + 1;
     }
     return end;
@@ -158,29 +197,35 @@ std::size_t CodeLines::ReadLogical(std::size_t first, bool isOpen, bool& mayBeEd
 
 void CodeLines::FindProcedures() {
     bool isOpen = false;
-    auto word = workspace::ProcedureWord::Sub;
-    for (std::size_t at = NextShown(0); at < lines_.size();) {
-        bool mayBeEdge = false;
-        const std::size_t next = ReadLogical(at, isOpen, mayBeEdge);
-        if (mayBeEdge && isOpen) {
-            if (workspace::ClosesProcedure(logical_, word)) {
-                procedures_.back().closing = next - 1;
-                procedures_.back().end = next;
+    Text logical;
+    for (std::size_t at = NextPossibleEdge(0, isOpen); at < lines_.size();
+         at = NextPossibleEdge(at, isOpen)) {
+        const std::size_t next = ReadLogical(at, logical);
+        if (isOpen) {
+            ProcedureLines& procedure = procedures_.back();
+            if (workspace::ClosesProcedure(logical, procedure.word)) {
+                procedure.closing = next - 1;
+                procedure.end = next;
                 isOpen = false;
             }
-        } else if (mayBeEdge) {
-            if (const auto header = workspace::ParseHeader(logical_)) {
-                procedures_.push_back({.header = at, .body = next, .closing = next, .end = next});
-                isOpen = !header->closesItself;
-                word = header->word;
-            }
+        } else if (const auto header = workspace::ParseHeader(logical)) {
+            procedures_.push_back(
+                {.header = at, .body = next, .closing = next, .end = next, .word = header->word});
+            isOpen = !header->closesItself;
         }
-        at = NextShown(next);
+        at = next;
     }
     if (isOpen) {
         procedures_.back().closing = lines_.size();
         procedures_.back().end = lines_.size();
     }
+}
+
+Text CodeLines::NameOf(const ProcedureLines& procedure) const {
+    Text logical;
+    ReadLogical(procedure.header, logical);
+    const auto header = workspace::ParseHeader(logical);
+    return header ? Text(header->name) : Text();
 }
 
 }  // namespace lintara::cli

@@ -19,6 +19,7 @@ struct ProcedureLines {
     std::size_t body = 0;     // behind the header's last line
     std::size_t closing = 0;  // the last line of the statement that closes it; the end of its body
     std::size_t end = 0;      // behind the closing line
+    workspace::ProcedureWord word = workspace::ProcedureWord::Sub;
 };
 
 class CodeLines {
@@ -44,15 +45,22 @@ class CodeLines {
     void Read(std::size_t index, Text& text) const { encoding_->Decode(textBytes(index), text); }
     // An attribute line, which the IDE keeps and never shows.
     [[nodiscard]] bool IsHidden(std::size_t index) const;
+    // Whether the language joins the next shown line to this one.
+    [[nodiscard]] bool IsContinued(std::size_t index) const;
+    // The next line at or behind `index` that the IDE shows; count() when there is none.
+    [[nodiscard]] std::size_t NextShown(std::size_t index) const;
 
     [[nodiscard]] const std::vector<ProcedureLines>& procedures() const { return procedures_; }
+    // As its header writes it.
+    [[nodiscard]] Text NameOf(const ProcedureLines& procedure) const;
 
   private:
     void FindProcedures();
-    // The index behind the logical line that begins at `first`; its text into `logical_`, but only if it
-    // might be the edge of a procedure.
-    [[nodiscard]] std::size_t ReadLogical(std::size_t first, bool isOpen, bool& mayBeEdge);
-    [[nodiscard]] std::size_t NextShown(std::size_t index) const;
+    // The next line at or behind `index` that must be read to know whether it opens a procedure, or closes
+    // one when `isOpen`. Nearly all lines are passed by.
+    [[nodiscard]] std::size_t NextPossibleEdge(std::size_t index, bool isOpen) const;
+    // The index behind the logical line that begins at `first`; its text into `logical`.
+    std::size_t ReadLogical(std::size_t first, Text& logical) const;
 
     std::span<const std::string_view> lines_;
     std::vector<std::string_view> trimmed_;  // in their place, when a byte order mark is a line's beginning
@@ -60,8 +68,6 @@ class CodeLines {
     const workspace::Encoding* encoding_;
     bool hasByteUnits_;
     std::vector<ProcedureLines> procedures_;
-    Text logical_;
-    Text piece_;
     mutable Text hidden_;
 };
 

@@ -16,6 +16,7 @@ class EditCheck {
     EditCheck(const CheckedFile& file, const EditRules& rules)
         : headLines_(file.headLines),
           rules_(rules),
+          names_(file.names),
           before_(file.before, file.headLines, file.encoding),
           after_(file.after, file.headLines, file.encoding) {}
 
@@ -24,7 +25,7 @@ class EditCheck {
             violations_.push_back({1, "the head of the file would change"});
         }
         if (rules_.exact) {
-            Add(CheckExactEdit(before_, after_, rules_));
+            Add(CheckExactEdit(before_, after_, rules_, editable));
         } else if (rules_.replace) {
             Add(CheckReplacement(before_, after_, *rules_.replace));
         } else {
@@ -52,7 +53,7 @@ class EditCheck {
         std::size_t endBefore = 0;
         std::size_t endAfter = 0;
         auto next = editable.begin();
-        BodyCheck bodies(before_, after_, rules_);
+        BodyCheck bodies(before_, after_, rules_, names_);
         for (std::size_t i = 0; i < before.size(); ++i) {
             const ProcedureLines& b = before[i];
             const ProcedureLines& a = after[i];
@@ -111,6 +112,7 @@ class EditCheck {
 
     std::size_t headLines_;
     const EditRules& rules_;
+    CodeNames names_;
     CodeLines before_;
     CodeLines after_;
     std::vector<Violation> violations_;

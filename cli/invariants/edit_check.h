@@ -7,14 +7,19 @@
 //    were not to be edited are the same bytes.
 //  - The procedures are the same, in the same order, with the same headers and closing lines.
 //  - Numbers and handlers that came are taken off again, and custom code is taken out: that gives the lines
-//    that were there. What went was numbers, handlers or the block of custom code.
+//    that were there. The numbers are those that the rule of numbering gives, and stand where it lets them;
+//    handlers and custom code are what the template stands for, to the last line. What went was numbers,
+//    handlers or the block of custom code, and all of it.
 //  - A replacement in a text changed the lines that hold what was sought, as it should, and no others.
 //
-// After an edit without the command's care (EditRules::exact) only the head is certain, and that insertion
-// lost no line, removal made none up, and numbering kept every line but for its beginning.
+// After an edit without the command's care (EditRules::exact) less is certain: what stands above the first
+// mention of a procedure that was to be edited is the same, and so is what a replacement had no business
+// with; insertion lost no line, and nothing came that it does not write; removal made no line up; numbering
+// kept every line but for its beginning.
 #pragma once
 
 #include "cli/invariants/edit_rules.h"
+#include "cli/invariants/expected_code.h"
 #include "workspace/encoding.h"
 
 #include <cstddef>
@@ -40,6 +45,7 @@ struct CheckedFile {
     std::span<const std::string_view> after;
     std::size_t headLines;
     const workspace::Encoding& encoding;
+    CodeNames names = {};
 };
 
 // At most one violation for each procedure, and one where the procedures themselves are other ones. Takes

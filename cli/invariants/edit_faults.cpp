@@ -47,6 +47,7 @@ void EditFaults::Begin(const std::vector<ScopedComponent>& scope) {
     for (const ScopedComponent& scoped : scope) {
         Checked& checked = components_.emplace_back();
         checked.component = scoped.component;
+        checked.project = scoped.project;
         for (const ProcedureGroup& group : scoped.groups) {
             for (const workspace::ProcedureInfo& procedure : group.reached) {
                 checked.editable.push_back(procedure.number);
@@ -60,7 +61,9 @@ void EditFaults::Check(std::size_t index, const FileLines& before, const FileLin
                        std::size_t headLines) {
     Checked& checked = components_[index];
     const workspace::Module& module = *checked.component->module;
-    checked.violations = CheckEdit({before, after, headLines, module.encoding()}, rules_, checked.editable);
+    const CodeNames names{checked.project->name(), checked.component->name};
+    checked.violations =
+        CheckEdit({before, after, headLines, module.encoding(), names}, rules_, checked.editable);
 }
 
 bool EditFaults::Found(const workspace::Workspace& workspace) {
@@ -73,8 +76,10 @@ bool EditFaults::Found(const workspace::Workspace& workspace) {
             const workspace::Module& module = *component->module;
             if (!inScope.contains(component.get()) && module.edited() &&
                 BytesNow(*component) != module.originalBytes()) {
-                components_.push_back(
-                    {component.get(), {}, {{0, "it would change, though it was not to be edited"}}});
+                components_.push_back({component.get(),
+                                       project.get(),
+                                       {},
+                                       {{0, "it would change, though it was not to be edited"}}});
             }
         }
     }

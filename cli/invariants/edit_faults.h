@@ -52,6 +52,7 @@ class EditFaults {
   private:
     struct Checked {
         const workspace::Component* component = nullptr;
+        const workspace::Project* project = nullptr;
         EditableProcedures editable = {};
         std::vector<Violation> violations = {};
     };

@@ -16,6 +16,9 @@ namespace lintara::cli {
 struct NumberRules {
     bool in = false;
     bool out = false;
+    std::int32_t base = 10000;
+    std::int32_t step = 5;
+    bool byModule = false;  // numbers tell lines of the module instead, and neither base nor step counts
 };
 
 // Error handlers: both when handlers are brought up to date.
@@ -23,6 +26,7 @@ struct HandlerRules {
     bool in = false;
     bool out = false;
     Text label = {};
+    Text code = {};  // a template; CR LF separates its lines
 };
 
 struct CustomCodeRules {
@@ -32,6 +36,7 @@ struct CustomCodeRules {
     transform::CodePlace place = transform::CodePlace::AfterFirstLine;
     std::int32_t line = 1;  // of the body, for CodePlace::AtLine
     Text number = {};       // as the markers write it
+    Text code = {};         // a template; CR LF separates its lines
 };
 
 struct ReplaceRules {

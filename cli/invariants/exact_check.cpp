@@ -1,6 +1,10 @@
 #include "cli/invariants/exact_check.h"
 
 #include "base/constants.h"
+#include "cli/invariants/expected_code.h"
+#include "cli/invariants/line_comparison.h"
+#include "cli/invariants/numbering_reader.h"
+#include "cli/invariants/replace_check.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 
@@ -8,8 +12,6 @@
 
 namespace lintara::cli {
 namespace {
-
-constexpr std::size_t ColumnWidth = 7;
 
 bool IsDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
@@ -47,10 +49,32 @@ Text WithoutTargets(TextView line) {
     return workspace::FoldCase(result.append(line.substr(copied)));
 }
 
+// What insertion may write, in one letter case and without targets.
+std::vector<Text> LinesThatMayCome(const EditRules& rules) {
+    std::vector<Text> lines;
+    const auto add = [&](TextView code) {
+        std::ranges::transform(OpenLinesOf(code), std::back_inserter(lines), WithoutTargets);
+    };
+    if (rules.handlers.in) {
+        add(constants::ErrorHandlerBegin);
+        add(Text(u"Exit ").append(constants::MemberTypePlaceholder));
+        add(rules.handlers.label + u":");
+        add(rules.handlers.code);
+        add(Text(u"    ").append(constants::OnErrorGoto).append(rules.handlers.label));
+    }
+    if (rules.customCode.in) {
+        for (const TextView marker : {constants::CustomCodeBegin, constants::CustomCodeEnd}) {
+            add(Text(marker).append(u" ").append(rules.customCode.number));
+        }
+        add(rules.customCode.code);
+    }
+    return lines;
+}
+
 class ExactEdit {
   public:
     ExactEdit(const CodeLines& before, const CodeLines& after, const EditRules& rules)
-        : before_(before), after_(after), rules_(rules) {}
+        : before_(before), after_(after), rules_(rules), mayCome_(LinesThatMayCome(rules)) {}
 
     // Line by line.
     [[nodiscard]] std::optional<BodyFault> CheckNumbered() {
@@ -79,22 +103,75 @@ class ExactEdit {
         return std::nullopt;
     }
 
-    // Each line of after stood in before, in the same order.
+    // Each line of after stood in before, in the same order, or may have come.
     [[nodiscard]] std::optional<BodyFault> CheckNothingNew() {
         std::size_t b = 0;
-        for (std::size_t a = 0; a < after_.count(); ++a, ++b) {
+        for (std::size_t a = 0; a < after_.count(); ++a) {
+            if (MayHaveCome(a)) {
+                continue;
+            }
             const std::size_t first = b;
             while (b < before_.count() && !IsSame(b, a)) {
                 ++b;
             }
             if (b == before_.count()) {
-                return BodyFault{std::min(first, before_.count() - 1), "a new line would stand in its place"};
+                const std::size_t last = before_.count() == 0 ? 0 : before_.count() - 1;
+                return BodyFault{std::min(first, last), "a new line would stand in its place"};
+            }
+            ++b;
+        }
+        return std::nullopt;
+    }
+
+    // The library edits from behind a header on, which it finds by the name: the lines of before above the
+    // first that holds one of the names stay.
+    [[nodiscard]] std::optional<BodyFault> CheckAbove(const EditableProcedures& editable) {
+        const std::size_t end = FirstLineWithName(editable);
+        std::size_t a = 0;
+        for (std::size_t b = 0; b < end; ++b, ++a) {
+            while (a < after_.count() && !IsUntouched(before_, b, after_, a) && MayHaveCome(a)) {
+                ++a;
+            }
+            if (a == after_.count() || !IsUntouched(before_, b, after_, a)) {
+                return BodyFault{b, "it would change, though it stands above what was to be edited"};
             }
         }
         return std::nullopt;
     }
 
   private:
+    [[nodiscard]] std::size_t FirstLineWithName(const EditableProcedures& editable) {
+        std::vector<Text> names;
+        for (const std::size_t number : editable) {
+            names.push_back(before_.NameOf(before_.procedures()[number]));
+        }
+        std::size_t line = 0;
+        for (; line < before_.count(); ++line) {
+            before_.Read(line, textBefore_);
+            if (std::ranges::any_of(names, [&](const Text& name) {
+                    return workspace::FindWithoutCase(textBefore_, name) != TextView::npos;
+                })) {
+                break;
+            }
+        }
+        return line;
+    }
+
+    // Whether insertion may have written the line, and numbering gone over it.
+    [[nodiscard]] bool MayHaveCome(std::size_t a) {
+        if (mayCome_.empty()) {
+            return false;
+        }
+        after_.Read(a, textAfter_);
+        const Text line = WithoutTargets(textAfter_);
+        return std::ranges::any_of(mayCome_, [&](const Text& expected) {
+            if (expected.contains(u'\uFFFF')) {
+                return rules_.numbers.in || rules_.numbers.out || IsAsExpected(line, expected);
+            }
+            return IsRenumbered(expected, line);
+        });
+    }
+
     [[nodiscard]] bool IsSame(std::size_t b, std::size_t a) {
         if (before_.textBytes(b) == after_.textBytes(a)) {
             return true;
@@ -111,7 +188,7 @@ class ExactEdit {
     // Numbering writes in front; removal takes the width of a number off, once for each time that it meets
     // the line, and from behind a label, too.
     [[nodiscard]] bool IsRenumbered(TextView before, TextView after) const {
-        for (std::size_t gone = 0; gone <= before.size(); gone += ColumnWidth) {
+        for (std::size_t gone = 0; gone <= before.size(); gone += numberWidth) {
             const TextView rest = before.substr(gone);
             if (after.ends_with(rest) && IsAllowedNumbering(after.substr(0, after.size() - rest.size()))) {
                 return true;
@@ -121,11 +198,11 @@ class ExactEdit {
             }
         }
         const std::size_t colon = before.find(u':');
-        if (colon == TextView::npos || before.size() < colon + 1 + ColumnWidth) {
+        if (colon == TextView::npos || before.size() < colon + 1 + numberWidth) {
             return false;
         }
         const Text unshifted =
-            Text(before.substr(0, colon + 1)).append(before.substr(colon + 1 + ColumnWidth));
+            Text(before.substr(0, colon + 1)).append(before.substr(colon + 1 + numberWidth));
         return after.ends_with(unshifted) &&
                IsAllowedNumbering(after.substr(0, after.size() - unshifted.size()));
     }
@@ -137,41 +214,31 @@ class ExactEdit {
     const CodeLines& before_;
     const CodeLines& after_;
     const EditRules& rules_;
+    std::vector<Text> mayCome_;
     Text textBefore_;
     Text textAfter_;
 };
 
-// A replacement by itself may meet its own output, and change a line any number of times.
-std::optional<BodyFault> CheckAbove(const CodeLines& before, const CodeLines& after, std::int32_t from) {
-    std::int32_t shown = 0;
-    for (std::size_t i = 0; i < before.count(); ++i) {
-        if (!before.IsHidden(i) && ++shown >= from) {
-            break;
-        }
-        if (i >= after.count() || before.line(i) != after.line(i)) {
-            return BodyFault{i, "it would change, though it stands above the lines to be changed"};
-        }
-    }
-    return std::nullopt;
-}
-
 }  // namespace
 
 std::optional<BodyFault> CheckExactEdit(const CodeLines& before, const CodeLines& after,
-                                        const EditRules& rules) {
+                                        const EditRules& rules, const EditableProcedures& editable) {
     if (rules.replace) {
-        return CheckAbove(before, after, rules.replace->from);
+        return CheckExactReplacement(before, after, *rules.replace);
     }
     ExactEdit edit(before, after, rules);
+    if (auto fault = edit.CheckAbove(editable)) {
+        return fault;
+    }
     const bool addsLines = rules.handlers.in || rules.customCode.in;
     const bool takesLines = rules.handlers.out || rules.customCode.out;
     if (!addsLines && !takesLines) {
         return edit.CheckNumbered();
     }
-    if (!takesLines) {
-        return edit.CheckNothingLost();
+    if (auto fault = takesLines ? std::nullopt : edit.CheckNothingLost()) {
+        return fault;
     }
-    return addsLines ? std::nullopt : edit.CheckNothingNew();
+    return edit.CheckNothingNew();
 }
 
 }  // namespace lintara::cli

@@ -10,6 +10,7 @@
 namespace lintara::cli {
 
 [[nodiscard]] std::optional<BodyFault> CheckExactEdit(const CodeLines& before, const CodeLines& after,
-                                                      const EditRules& rules);
+                                                      const EditRules& rules,
+                                                      const EditableProcedures& editable);
 
 }  // namespace lintara::cli

@@ -1,6 +1,7 @@
 #include "cli/invariants/line_comparison.h"
 
 #include "base/constants.h"
+#include "cli/invariants/numbering_reader.h"
 #include "workspace/characters.h"
 #include "workspace/syntax.h"
 
@@ -12,21 +13,6 @@ namespace {
 
 using workspace::SameName;
 
-constexpr std::size_t ColumnWidth = 7;
-constexpr std::size_t Digits = 5;
-
-template <class View>
-bool IsNumberColumn(View text) {
-    return text.size() >= ColumnWidth && text[Digits] == ':' && text[Digits + 1] == ' ' &&
-           std::ranges::all_of(text.substr(0, Digits), [](auto c) { return c >= '0' && c <= '9'; });
-}
-
-template <class View>
-bool IsBlankColumn(View text) {
-    return text.size() >= ColumnWidth &&
-           std::ranges::all_of(text.substr(0, ColumnWidth), [](auto c) { return c == ' '; });
-}
-
 bool StartsWithAnyCase(TextView text, TextView beginning) {
     return text.size() >= beginning.size() && SameName(text.substr(0, beginning.size()), beginning);
 }
@@ -37,17 +23,11 @@ TextView WordAt(TextView text, std::size_t at) {
 
 }  // namespace
 
-UnnumberedForms::UnnumberedForms(TextView line) : forms{line, line}, isNumber(IsNumberColumn(line)) {
-    if (isNumber || IsBlankColumn(line)) {
-        forms[1] = line.substr(ColumnWidth);
-        count = 2;
-    }
-}
-
 TextView BareText(TextView line) {
-    const UnnumberedForms forms(line);
-    const TextView text = forms.forms[forms.count - 1];
-    return text.substr(std::min(text.find_first_not_of(u' '), text.size()));
+    if (IsNumberColumn(line) || IsBlankColumn(line)) {
+        line.remove_prefix(numberWidth);
+    }
+    return line.substr(std::min(line.find_first_not_of(u' '), line.size()));
 }
 
 bool IsRedirected(TextView before, TextView after, const Redirection& redirection) {
@@ -75,69 +55,75 @@ bool IsRedirected(TextView before, TextView after, const Redirection& redirectio
     return b == before.size() && a == after.size();
 }
 
-bool LineComparison::IsSame(std::size_t b, std::size_t a, const Redirection& redirection) {
+bool LineComparison::IsSame(std::size_t b, std::size_t a, std::size_t width, const Redirection& redirection) {
     const std::string_view was = before_.line(b);
-    const std::string_view is = after_.line(a);
+    const std::string_view is = after_.line(a).substr(width * after_.encoding().unitSize());
     // Nearly all lines are the same or were numbered; endings and all.
-    if (was == is || (before_.hasByteUnits() && !was.starts_with('A') && IsNumberedBytes(was, is))) {
+    if (was == is && !numbersMayGo_) {
         return true;
     }
-    return HasSameEnding(b, a) && IsSameText(b, a, redirection);
+    if (before_.hasByteUnits() && !was.starts_with('A') && (was == is || LostItsNumber(b, was, is))) {
+        numbers_.stayed += was == is && IsNumberColumn(was) && !IsContinuation(b) ? 1 : 0;
+        return true;
+    }
+    return HasSameEnding(before_, b, after_, a) && IsSameText(b, a, width, redirection);
 }
 
-bool LineComparison::IsSameText(std::size_t b, std::size_t a, const Redirection& redirection) {
-    const std::string_view bytesBefore = before_.textBytes(b);
-    const std::string_view bytesAfter = after_.textBytes(a);
-    if (bytesBefore == bytesAfter) {
-        return true;
-    }
-    if (before_.IsHidden(b)) {
-        return false;
-    }
+bool LineComparison::IsSameText(std::size_t b, std::size_t a, std::size_t width,
+                                const Redirection& redirection) {
     before_.Read(b, textBefore_);
     after_.Read(a, textAfter_);
-    const UnnumberedForms formsBefore(textBefore_);
-    const UnnumberedForms formsAfter(textAfter_);
-    for (std::size_t i = 0; i < (numbers_.out ? formsBefore.count : 1); ++i) {
-        for (std::size_t j = 0; j < (numbers_.in ? formsAfter.count : 1); ++j) {
-            if (formsBefore.forms[i] == formsAfter.forms[j] ||
-                (!redirection.empty() &&
-                 IsRedirected(formsBefore.forms[i], formsAfter.forms[j], redirection))) {
-                count_.numbered += (i > 0 && formsBefore.isNumber) || (j > 0 && formsAfter.isNumber) ? 1 : 0;
-                count_.shifted += (i > 0 && !formsBefore.isNumber) || (j > 0 && !formsAfter.isNumber) ? 1 : 0;
-                return true;
-            }
-        }
+    const TextView is = TextView(textAfter_).substr(width);
+    const auto isSame = [&](TextView was) {
+        return was == is || (!redirection.empty() && IsRedirected(was, is, redirection));
+    };
+    if (isSame(textBefore_)) {
+        numbers_.stayed += IsNumberColumn(TextView(textBefore_)) && !IsContinuation(b) ? 1 : 0;
+        return true;
     }
-    return false;
+    if (textBefore_.size() < numberWidth || before_.IsHidden(b) ||
+        !isSame(TextView(textBefore_).substr(numberWidth))) {
+        return false;
+    }
+    return LostItsNumber(b, TextView(textBefore_), TextView(textBefore_).substr(numberWidth));
 }
 
-// Whether a number or the blanks of its width came in front of the line, or went, as the rules allow.
-bool LineComparison::IsNumberedBytes(std::string_view was, std::string_view is) {
-    const bool hasGrown = is.size() > was.size();
-    const std::string_view longer = hasGrown ? is : was;
-    const std::string_view shorter = hasGrown ? was : is;
-    const bool isAllowed = hasGrown ? numbers_.in : numbers_.out;
-    if (!isAllowed || longer.size() != shorter.size() + ColumnWidth) {
+// Whether only a number went, or the blanks of its width.
+template <class View>
+bool LineComparison::LostItsNumber(std::size_t b, View was, View is) {
+    if (!numbersMayGo_ || was.size() != is.size() + numberWidth || !was.ends_with(is)) {
         return false;
     }
-    const bool isNumber = IsNumberColumn(longer);
-    if ((!isNumber && !IsBlankColumn(longer)) || !longer.ends_with(shorter)) {
+    if (IsNumberColumn(was)) {
+        ++numbers_.gone;
+        return !IsContinuation(b);
+    }
+    // A line of blanks alone never had any in front.
+    const bool isBlank = std::ranges::all_of(is, [](auto c) { return c == ' ' || c == '\r' || c == '\n'; });
+    if (!IsBlankColumn(was) || isBlank) {
         return false;
     }
-    ++(isNumber ? count_.numbered : count_.shifted);
+    ++numbers_.shifted;
     return true;
+}
+
+// Whether the line goes on with the statement above it: what looks like its number is none.
+bool LineComparison::IsContinuation(std::size_t b) const {
+    while (b > 0 && before_.IsHidden(b - 1)) {
+        --b;
+    }
+    return b > 0 && before_.IsContinued(b - 1);
 }
 
 // A line feed below a carriage return would be read as its second half, so one of the two gets both; and
 // something may stand behind a last line now that had no ending.
-bool LineComparison::HasSameEnding(std::size_t b, std::size_t a) const {
-    const std::string_view was = before_.ending(b);
-    const std::string_view is = after_.ending(a);
-    if (was == is || (was.empty() && b + 1 == before_.count())) {
+bool HasSameEnding(const CodeLines& before, std::size_t b, const CodeLines& after, std::size_t a) {
+    const std::string_view was = before.ending(b);
+    const std::string_view is = after.ending(a);
+    if (was == is || (was.empty() && b + 1 == before.count())) {
         return true;
     }
-    if (is.size() != 2 * before_.encoding().unitSize()) {
+    if (is.size() != 2 * before.encoding().unitSize()) {
         return false;
     }
     const auto isLineFeedAlone = [&](const CodeLines& lines, std::size_t index) {
@@ -148,9 +134,14 @@ bool LineComparison::HasSameEnding(std::size_t b, std::size_t a) const {
         return ending.contains('\r') && !ending.contains('\n');
     };
     // The line may have become empty: a number was all that it held.
-    const bool becameLineFeed = was.contains('\n') && !was.contains('\r') && after_.textBytes(a).empty();
-    return (isReturn(was) && a + 1 < after_.count() && isLineFeedAlone(after_, a + 1)) ||
-           (becameLineFeed && a > 0 && isReturn(after_.ending(a - 1)));
+    const bool becameLineFeed = was.contains('\n') && !was.contains('\r') && after.textBytes(a).empty();
+    return (isReturn(was) && a + 1 < after.count() && isLineFeedAlone(after, a + 1)) ||
+           (becameLineFeed && a > 0 && isReturn(after.ending(a - 1)));
+}
+
+bool IsUntouched(const CodeLines& before, std::size_t b, const CodeLines& after, std::size_t a) {
+    return before.line(b) == after.line(a) ||
+           (before.textBytes(b) == after.textBytes(a) && HasSameEnding(before, b, after, a));
 }
 
 }  // namespace lintara::cli

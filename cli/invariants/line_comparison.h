@@ -4,11 +4,9 @@
 
 #include "base/text.h"
 #include "cli/invariants/code_lines.h"
-#include "cli/invariants/edit_rules.h"
 
-#include <array>
 #include <cstddef>
-#include <span>
+#include <string_view>
 #include <vector>
 
 namespace lintara::cli {
@@ -21,45 +19,48 @@ struct Redirection {
     [[nodiscard]] bool empty() const { return from.empty(); }
 };
 
-// How the lines of a body were numbered, counted over the comparisons of one LineComparison.
-struct NumberingCount {
-    std::size_t numbered = 0;  // a number came, or went
-    std::size_t shifted = 0;   // blanks of its width did
+// What became of the numbers of a body, counted over the comparisons of one LineComparison.
+struct NumbersGone {
+    std::size_t gone = 0;
+    std::size_t stayed = 0;
+    std::size_t shifted = 0;  // lines that lost blanks of the width of a number
 };
 
 class LineComparison {
   public:
-    LineComparison(const CodeLines& before, const CodeLines& after, NumberRules numbers)
-        : before_(before), after_(after), numbers_(numbers) {}
+    // Whether numbers may have gone, and the blanks of their width.
+    LineComparison(const CodeLines& before, const CodeLines& after, bool numbersMayGo)
+        : before_(before), after_(after), numbersMayGo_(numbersMayGo) {}
 
-    // Whether line `b` of before may be line `a` of after. Line endings count as far as they can be kept.
-    [[nodiscard]] bool IsSame(std::size_t b, std::size_t a, const Redirection& redirection);
+    // Whether line `b` of before may be line `a` of after without its first `width` code units. Line endings
+    // count as far as they can be kept.
+    [[nodiscard]] bool IsSame(std::size_t b, std::size_t a, std::size_t width,
+                              const Redirection& redirection);
     // The same but for the endings: of lines that were deleted and written again.
-    [[nodiscard]] bool IsSameText(std::size_t b, std::size_t a, const Redirection& redirection);
+    [[nodiscard]] bool IsSameText(std::size_t b, std::size_t a, std::size_t width,
+                                  const Redirection& redirection);
 
-    [[nodiscard]] const NumberingCount& count() const { return count_; }
+    [[nodiscard]] const NumbersGone& numbers() const { return numbers_; }
 
   private:
-    [[nodiscard]] bool IsNumberedBytes(std::string_view was, std::string_view is);
-    [[nodiscard]] bool HasSameEnding(std::size_t b, std::size_t a) const;
+    template <class View>
+    [[nodiscard]] bool LostItsNumber(std::size_t b, View was, View is);
+    [[nodiscard]] bool IsContinuation(std::size_t b) const;
 
     const CodeLines& before_;
     const CodeLines& after_;
-    NumberRules numbers_;
-    NumberingCount count_;
+    bool numbersMayGo_;
+    NumbersGone numbers_;
     Text textBefore_;
     Text textAfter_;
 };
 
-// The texts that a line can have been ahead of numbering: itself, without five digits, a colon and a blank,
-// or without seven blanks. Views into `line`.
-struct UnnumberedForms {
-    explicit UnnumberedForms(TextView line);
+// Whether line `a` of after ends as line `b` of before does, as far as that can be kept.
+[[nodiscard]] bool HasSameEnding(const CodeLines& before, std::size_t b, const CodeLines& after,
+                                 std::size_t a);
 
-    std::array<TextView, 2> forms;
-    std::size_t count = 1;
-    bool isNumber;  // the second form lacks a number, else blanks
-};
+// Whether it is the same line, text and ending.
+[[nodiscard]] bool IsUntouched(const CodeLines& before, std::size_t b, const CodeLines& after, std::size_t a);
 
 // `line` without the number or the blanks of its width, if it has any, and without the blanks that follow.
 [[nodiscard]] TextView BareText(TextView line);

@@ -13,4 +13,9 @@ namespace lintara::cli {
 [[nodiscard]] std::optional<BodyFault> CheckReplacement(const CodeLines& before, const CodeLines& after,
                                                         const ReplaceRules& rules);
 
+// The same for the library's work as it is: it may meet its own output and change a line any number of times,
+// but only lines that hold the text, and none outside those to be changed.
+[[nodiscard]] std::optional<BodyFault> CheckExactReplacement(const CodeLines& before, const CodeLines& after,
+                                                             const ReplaceRules& rules);
+
 }  // namespace lintara::cli

@@ -45,6 +45,11 @@ constexpr std::array commands{
     "insert - --error-handlers --line-numbers --refresh --renumber --label hErr --template @long.txt"sv,
     "insert - --error-handlers --line-numbers --refresh --numbering module --renumber --label x --template "
     "@handler.txt"sv,
+    "insert - --error-handlers --line-numbers --label hErr --template @names.txt"sv,
+    "insert - --error-handlers --refresh --label hErr --template @names.txt"sv,
+    "insert - --error-handlers --refresh --label hErr --template @names.txt --exact"sv,
+    "insert - --error-handlers --line-numbers --refresh --numbering module --label hErr --template "
+    "@names.txt"sv,
     "remove - --line-numbers"sv,
     "remove - --error-handlers --label hErr"sv,
     "remove - --error-handlers --label zzFail"sv,
@@ -54,6 +59,8 @@ constexpr std::array commands{
     "custom insert - --id 5 --code @code.txt --where last"sv,
     "custom insert - --id 12 --code @code.txt --line 2"sv,
     "custom insert - --id 1 --code @code.txt --no-markers"sv,
+    "custom insert - --id 7 --code @names.txt --line 3"sv,
+    "custom insert - --id 51 --code @code.txt --where last --no-markers"sv,
     "custom remove - --id 5"sv,
     "custom remove - --id 1"sv,
     "custom remove - --id 12"sv,
@@ -61,6 +68,10 @@ constexpr std::array commands{
     "replace - --component Wild --find x --replace longer --whole-word"sv,
     "replace - --component Wild --find blanks --replace b --from 5 --to 40"sv,
     "replace - --component Wild --find End --replace Total(2)"sv,
+    "replace - --component Wild --find x --replace xor --from 3 --to 33"sv,
+    "replace - --component Wild --find x --replace one\ntwo --from 2 --to 50"sv,
+    "replace - --component Wild --find = --replace \nif --whole-word"sv,
+    "replace - --component Wild --find 1 --replace to --to 25"sv,
 };
 
 // Scopes and checks that go with every command but "replace".
@@ -108,6 +119,10 @@ void WriteTemplates(const CommandTest& test) {
     test.Write("long.txt",
                "\r\n    Select Case Err\r\n    Case 1\r\n        Report _\r\n            Erl\r\n"
                "    End Select\r\n\r\n    Resume Next\r\n");
+    test.Write("names.txt",
+               "    debug.print \"{ProjectName}.{ComponentName}.{MemberName}\"\r\n"
+               "    ' {UserName} {ComputerName} {Date} {Time} {ControlName}\r\n"
+               "    exit {MemberType}\r\n");
     test.Write("code.txt", "    Trace \"{ComponentName}\", _\r\n        \"{MemberName}\"\r\n");
 }
 

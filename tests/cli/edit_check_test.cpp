@@ -37,7 +37,8 @@ struct Case {
 std::vector<Violation> Check(const Case& c, const workspace::EncodingPtr& encoding) {
     const FileLines before = SplitFile(c.before, *encoding);
     const FileLines after = SplitFile(c.after, *encoding);
-    return CheckEdit({before, after, c.headLines, *encoding}, c.rules, c.editable);
+    return CheckEdit({before, after, c.headLines, *encoding, {.project = u"Shop", .component = u"Main"}},
+                     c.rules, c.editable);
 }
 
 // "line: what does not hold" of each violation: the same whatever the encoding.
@@ -65,11 +66,12 @@ std::vector<std::string> Faults(const Case& c) {
 const EditRules NumbersIn{.numbers = {.in = true}};
 const EditRules NumbersOut{.numbers = {.out = true}};
 const EditRules Renumbered{.numbers = {.in = true, .out = true}};
-const EditRules HandlersIn{.handlers = {.in = true, .label = u"hErr"}};
-const EditRules HandlersOut{.handlers = {.out = true, .label = u"hErr"}};
-const EditRules Refreshed{.handlers = {.in = true, .out = true, .label = u"hErr"}};
-const EditRules BothIn{.numbers = {.in = true}, .handlers = {.in = true, .label = u"hErr"}};
-const EditRules CustomIn{.customCode = {.in = true, .number = u"5"}};
+const EditRules HandlersIn{.handlers = {.in = true, .label = u"hErr", .code = u"    Report"}};
+const EditRules HandlersOut{.handlers = {.out = true, .label = u"hErr", .code = u"    Report"}};
+const EditRules Refreshed{.handlers = {.in = true, .out = true, .label = u"hErr", .code = u"    Report"}};
+const EditRules BothIn{.numbers = {.in = true},
+                       .handlers = {.in = true, .label = u"hErr", .code = u"    Report"}};
+const EditRules CustomIn{.customCode = {.in = true, .number = u"5", .code = u"    Trace"}};
 const EditRules CustomOut{.customCode = {.out = true, .number = u"5"}};
 
 EditRules Exactly(EditRules rules) {
@@ -181,7 +183,7 @@ TEST(EditCheck, HiddenAttributeLinesMustStay) {
         Faults({before, Sub("    On Error GoTo hErr\n" + hidden + "    a\n" + Handler()), HandlersIn}),
         testing::Not(IsEmpty()));
     EXPECT_THAT(Faults({before, Sub("       " + hidden + "10005:     a\n"), NumbersIn}),
-                ElementsAre("4: taking out what was inserted would not give it back"));
+                ElementsAre("4: its numbers would not be those that numbering gives"));
     EXPECT_THAT(Faults({before, Sub("    a\n"), CustomOut}), testing::Not(IsEmpty()));
 }
 
@@ -195,19 +197,129 @@ TEST(EditCheck, NumbersThatDoNotComeOffAgainAreAFault) {
     };
     for (const Broken& broken : {
              Broken{"100000:     a\n    b _\n        c\n", "4"},               // six digits
-             Broken{"10000:    a\n    b _\n        c\n", "4"},                 // a blank lost
-             Broken{"10000:     A\n    b _\n        c\n", "4"},                // letter case
+             Broken{"10000:    a\n10005:     b _\n               c\n", "4"},   // a blank lost
+             Broken{"10000:     A\n10005:     b _\n               c\n", "4"},  // letter case
              Broken{"10000:     a\n10005:     b _\n      c\n", "6"},           // shifted to the left
              Broken{"10000:     a\n10005:     b _\n\n", "6"},                  // emptied
              Broken{"    a\n    b _\n        x\n", "6"},                       // another text
-             Broken{"10000:     a\n10005:     b _\n        c\nd\n", "4"},      // a line more
-             Broken{"10000:     a\n               c\n", "4"},                  // a line less
+             Broken{"10000:     a\n10005:     b _\n               c\n10015: d\n", "4"},  // a line more
+             Broken{"10000:     a\n10005:         c\n", "4"},                            // a line less
              Broken{"           a\n           b _\n               c\n", "4"},  // moved without any number
          }) {
         EXPECT_THAT(Faults({code, Sub(broken.body), NumbersIn}),
                     ElementsAre(HasSubstr(std::string(broken.fault) + ": ")))
             << broken.body;
     }
+}
+
+constexpr const char* OtherNumbers = "its numbers would not be those that numbering gives";
+
+struct Numbered {
+    std::string before;
+    std::string right;
+    std::vector<std::string> wrong;
+};
+
+TEST(EditCheck, NumbersAreThoseThatTheRuleGives) {
+    for (const Numbered& body : {
+             Numbered{"    a\n    b\n",
+                      "10000:     a\n10005:     b\n",
+                      {"10000:     a\n10000:     b\n", "10005:     a\n10000:     b\n",
+                       "10000:     a\n10010:     b\n", "10000:     a\n    b\n",
+                       "10000:     a\n           b\n", "10000: 10000:     a\n10005:     b\n"}},
+             Numbered{"    a _\n        , b\n    c\n",
+                      "10000:     a _\n               , b\n10010:     c\n",
+                      {"10000:     a _\n10005:         , b\n10010:     c\n",
+                       "10000:     a _\n        , b\n10010:     c\n",
+                       "10000:     a _\n               , b\n10005:     c\n"}},
+             Numbered{"\nx: a\n    b\n",
+                      "\nx: a\n10010:     b\n",
+                      {"10000: \nx: a\n10010:     b\n", "\n10005: x: a\n10010:     b\n",
+                       "       \nx: a\n10010:     b\n", "\nx: a\n10000:     b\n"}},
+             Numbered{"    Select Case a\n    Case 1\n    Case 2\n",
+                      "10000:     Select Case a\n           Case 1\n10010:     Case 2\n",
+                      {"10000:     Select Case a\n10005:     Case 1\n10010:     Case 2\n"}},
+             Numbered{"    Select Case a\n    ' why\n    Case 1\n",
+                      "10000:     Select Case a\n           ' why\n           Case 1\n",
+                      {"10000:     Select Case a\n           ' why\n10010:     Case 1\n"}},
+             Numbered{"    a\n#If b Then\n",
+                      "10000:     a\n       #If b Then\n",
+                      {"10000:     a\n10005: #If b Then\n"}},
+         }) {
+        EXPECT_THAT(Faults({Sub(body.before), Sub(body.right), NumbersIn}), IsEmpty()) << body.right;
+        for (const std::string& wrong : body.wrong) {
+            EXPECT_THAT(Faults({Sub(body.before), Sub(wrong), NumbersIn}), testing::SizeIs(1)) << wrong;
+        }
+    }
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub("10000:     a\n10000:     b\n"), NumbersIn}),
+                ElementsAre("5: " + std::string(OtherNumbers)));
+}
+
+TEST(EditCheck, NumbersBeginAndStepAsTheyAreAskedTo) {
+    const EditRules rules{.numbers = {.in = true, .base = 20000, .step = 3}};
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub("20000:     a\n20003:     b\n"), rules}), IsEmpty());
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub("10000:     a\n10005:     b\n"), rules}),
+                testing::SizeIs(1));
+    const EditRules far{.numbers = {.in = true, .step = 30000}};
+    EXPECT_THAT(Faults({Sub("    a\n    b\n    c\n"), Sub("10000:     a\n40000:     b\n    c\n"), far}),
+                IsEmpty());
+    EXPECT_THAT(
+        Faults({Sub("    a\n    b\n    c\n"), Sub("10000:     a\n40000:     b\n70000:     c\n"), far}),
+        testing::SizeIs(1));
+}
+
+TEST(EditCheck, NumbersByModuleTellTheLineInTheModule) {
+    const EditRules rules{.numbers = {.in = true, .byModule = true}};
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub("10004:     a\n10005:     b\n"), rules}), IsEmpty());
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub("10005:     a\n10006:     b\n"), rules}),
+                testing::SizeIs(1));
+    const std::string hidden = "Attribute A.VB_Description = \"x\"\n";
+    EXPECT_THAT(Faults({Sub(hidden + "    a\n"), Sub(hidden + "10004:     a\n"), rules}), IsEmpty());
+    const std::string property =
+        "Property Get P()\n    P = 1\nEnd Property\nProperty Let P(v)\n    a\nEnd Property\n";
+    const auto numbered = [&](std::string_view get, std::string_view let) {
+        return Replaced(Replaced(property, "    P = 1", get), "    a", let);
+    };
+    EXPECT_THAT(Faults({property, numbered("10002:     P = 1", "10002:     a"), rules}), IsEmpty());
+    EXPECT_THAT(Faults({property, numbered("10002:     P = 1", "10003:     a"), rules}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, RenumberedLinesAreNotMovedEither) {
+    const std::string code = Sub("10000:     a\n10005:     b\n");
+    EXPECT_THAT(Faults({code, Sub("10000:     a\n10005:     b\n    \n"), Renumbered}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub("           a\n           b\n"), Renumbered}),
+                testing::SizeIs(1));
+    EXPECT_THAT(Faults({Sub("           a\n           b\n"), Sub("    a\n    b\n"), Renumbered}),
+                testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    a\n    b\n"), Renumbered}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("10000:     b\n10005:     a\n"), Renumbered}), testing::SizeIs(1));
+    EXPECT_THAT(
+        Faults({Sub("           a\n"), Sub("    On Error GoTo hErr\n    a\n" + Handler()), Refreshed}),
+        testing::SizeIs(1));
+}
+
+TEST(EditCheck, LinesKeepTheirOrder) {
+    const std::string swapped = "    b\n    a\n";
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub("10000:     b\n10005:     a\n"), NumbersIn}),
+                testing::SizeIs(1));
+    EXPECT_THAT(
+        Faults({Sub("    a\n    b\n"), Sub("    On Error GoTo hErr\n" + swapped + Handler()), HandlersIn}),
+        testing::SizeIs(1));
+    EXPECT_THAT(Faults({Sub("    a\n    b\n" + Handler()), Sub(swapped), HandlersOut}), testing::SizeIs(1));
+    const std::string block = std::string(BlockBegin) + "    Trace\n" + std::string(BlockEnd);
+    EXPECT_THAT(Faults({Sub("    a\n    b\n"), Sub(block + swapped), CustomIn}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({Sub("    a\n    b\n" + block), Sub(swapped), CustomOut}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, AllNumbersOfABodyGoOrNone) {
+    const std::string code = Sub("10000:     a\n10005:     b\n");
+    EXPECT_THAT(Faults({code, Sub("    a\n10005:     b\n"), NumbersOut}),
+                ElementsAre("4: only some of its numbers would go"));
+    const std::string continued = Sub("10000:     a _\n10005: b\n");
+    EXPECT_THAT(Faults({continued, Sub("    a _\n10005: b\n"), NumbersOut}), IsEmpty());
+    EXPECT_THAT(Faults({continued, Sub("    a _\nb\n"), NumbersOut}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({Sub("10000:     a\n          \n"), Sub("    a\n   \n"), NumbersOut}),
+                testing::SizeIs(1));
 }
 
 TEST(EditCheck, OnlyNumbersMayGoWithNumbers) {
@@ -242,12 +354,54 @@ TEST(EditCheck, AHandlerThatDoesNotComeOutAgainIsAFault) {
     }
 }
 
+TEST(EditCheck, AHandlerIsWhatTheTemplateStandsForToTheLastLine) {
+    EditRules rules = BothIn;
+    rules.handlers.code =
+        u"    Report \"{ProjectName}.{ComponentName}.{MemberName}\", \"{UserName}\"\r\n    exit {MemberType}";
+    const auto handled = [](std::string_view report, std::string_view exit) {
+        return Sub("10000:     On Error GoTo hErr\n10005:     a\n10010: " + std::string(Marker) +
+                   "10015: Exit Sub\nhErr:\n" + std::string(report) + std::string(exit));
+    };
+    const std::string report = "10025:     Report \"Shop.Main.A\", \"me\"\n";
+    EXPECT_THAT(Faults({Sub("    a\n"), handled(report, "10030:     Exit Sub\n"), rules}), IsEmpty());
+    for (const std::string& wrong :
+         {handled(report, "10030:     Exit Function\n"), handled(report, ""),
+          handled(report, "10030:     EXIT Sub\n"), handled(report, "10030:     Exit Sub\n10035: Stop\n"),
+          handled("10025:     Beep\n", "10030:     Exit Sub\n"),
+          handled(Replaced(report, "Main", "Other"), "10030:     Exit Sub\n"),
+          handled(report, "    Exit Sub\n"), handled(Replaced(report, "me\"", "me"), "10030:     Exit Sub\n"),
+          Replaced(handled(report, "10030:     Exit Sub\n"), "10015: Exit Sub", "10015: Exit Function"),
+          Replaced(handled(report, "10030:     Exit Sub\n"), "GoTo hErr", "GoTo HERR")}) {
+        EXPECT_THAT(Faults({Sub("    a\n"), wrong, rules}), testing::SizeIs(1)) << wrong;
+    }
+}
+
+TEST(EditCheck, TheNameOfAControlMayBeKnownOrNot) {
+    EditRules rules = HandlersIn;
+    rules.handlers.code = u"    Report \"{ControlName}\"";
+    const std::string before = "Sub cmdSave_Click()\n    a\nEnd Sub\n";
+    const auto after = [](std::string_view name) {
+        return "Sub cmdSave_Click()\n    On Error GoTo hErr\n    a\n" +
+               Handler("    Report \"" + std::string(name) + "\"\n") + "End Sub\n";
+    };
+    EXPECT_THAT(Faults({before, after("cmdSave"), rules, {0}}), IsEmpty());
+    EXPECT_THAT(Faults({before, after("{ControlName}"), rules, {0}}), IsEmpty());
+    EXPECT_THAT(Faults({before, after("cmdOpen"), rules, {0}}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, AHandlerThatNothingLeadsToIsAFault) {
+    EXPECT_THAT(Faults({Sub("    a\n"), Sub("    a\n" + Handler()), HandlersIn}),
+                ElementsAre("4: no statement of it would lead to its handler"));
+}
+
 TEST(EditCheck, AProcedureThatHasAHandlerKeepsIt) {
     const std::string code = Sub("    a\n" + Handler("    Old\n"));
     EXPECT_THAT(Faults({code, Sub("    a\n" + Handler("    New\n")), HandlersIn}), testing::SizeIs(1));
-    EXPECT_THAT(Faults({code, Sub("    a\n" + Handler("    New\n")), Refreshed}), IsEmpty());
+    const std::string lead = "    On Error GoTo hErr\n";
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n" + Handler()), Refreshed}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n" + Handler("    New\n")), Refreshed}), testing::SizeIs(1));
     EXPECT_THAT(Faults({code, Sub("    a\n"), Refreshed}), testing::SizeIs(1));
-    EXPECT_THAT(Faults({code, Sub("    b\n" + Handler("    New\n")), Refreshed}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub(lead + "    b\n" + Handler()), Refreshed}), testing::SizeIs(1));
 }
 
 TEST(EditCheck, OnlyTheHandlerMayGoWithIt) {
@@ -267,7 +421,7 @@ TEST(EditCheck, CustomCodeStandsWhereItWasToAndNothingElseChanges) {
     EXPECT_THAT(Faults({code, Sub(block + "    a\n    b\n"), CustomIn}), IsEmpty());
     EXPECT_THAT(Faults({code, Sub("    a\n" + block + "    b\n"), CustomIn}), testing::SizeIs(1));
     EXPECT_THAT(Faults({code, Sub(std::string(BlockBegin) + "    Trace\n    a\n    b\n"), CustomIn}),
-                ElementsAre("4: the code in front of it would not be between its markers"));
+                ElementsAre("4: other code would come than the template stands for"));
     EXPECT_THAT(Faults({code, Sub(block + "    b\n"), CustomIn}), testing::SizeIs(1));
     EditRules second = CustomIn;
     second.customCode.place = transform::CodePlace::AtLine;
@@ -277,6 +431,13 @@ TEST(EditCheck, CustomCodeStandsWhereItWasToAndNothingElseChanges) {
     last.customCode.place = transform::CodePlace::BeforeLastLine;
     last.customCode.markers = false;
     EXPECT_THAT(Faults({code, Sub("    a\n    b\n    Trace\n"), last}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub("    a\n    b\n    Trace 2\n"), last}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub("    a\n    b\n    Trace\n    Trace\n"), last}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub(Replaced(block, "Trace", "Beep") + "    a\n    b\n"), CustomIn}),
+                testing::SizeIs(1));
+    EXPECT_THAT(
+        Faults({code, Sub(Replaced(block, "end - please", "End - please") + "    a\n    b\n"), CustomIn}),
+        testing::SizeIs(1));
 }
 
 TEST(EditCheck, OnlyTheBlockMayGoWithIt) {
@@ -287,6 +448,14 @@ TEST(EditCheck, OnlyTheBlockMayGoWithIt) {
     EXPECT_THAT(Faults({code, Sub("    b\n"), CustomOut}), testing::SizeIs(1));
     EXPECT_THAT(Faults({code, Sub("    a\n" + std::string(BlockBegin) + "    b\n"), CustomOut}),
                 testing::SizeIs(1));
+}
+
+TEST(EditCheck, ABlockEndsAtItsFirstEndMarker) {
+    const std::string block = std::string(BlockBegin) + "    Trace\n" + std::string(BlockEnd);
+    const std::string two = Sub(block + "    a\n" + block + "    b\n");
+    EXPECT_THAT(Faults({two, Sub("    a\n" + block + "    b\n"), CustomOut}), IsEmpty());
+    EXPECT_THAT(Faults({two, Sub("    b\n"), CustomOut}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({two, Sub(block + "    a\n    b\n"), CustomOut}), testing::SizeIs(1));
 }
 
 TEST(EditCheck, AReplacementChangesWhatHoldsTheTextAndAsItShould) {
@@ -302,6 +471,25 @@ TEST(EditCheck, AReplacementChangesWhatHoldsTheTextAndAsItShould) {
                 ElementsAre("7: it would change, though it does not hold the text there"));
     EXPECT_THAT(Faults({code, "Sub S()\n    a\n    A = b\n    xyxy\n    bxyb\n    a\nEnd Sub\nx\n", rules}),
                 ElementsAre("7: lines would be added behind it"));
+}
+
+TEST(EditCheck, AReplacementChangesNoLetterCaseAndNoEndingBesides) {
+    const EditRules rules{.replace = ReplaceRules{.sought = u"a", .replacement = u"xor"}};
+    const std::string code = "Sub S()\r\n    b = a End\r\nEnd Sub\r\n";
+    const std::string right = "Sub S()\r\n    b = Xor End\r\nEnd Sub\r\n";
+    EXPECT_THAT(Faults({code, right, rules}), IsEmpty());
+    EXPECT_THAT(Faults({code, Replaced(right, "Xor", "xor"), rules}), IsEmpty());
+    for (const std::string& wrong :
+         {Replaced(right, "b =", "B ="), Replaced(right, " End", " END"),
+          Replaced(right, "End\r\nEnd", "End\nEnd"), Replaced(right, "Xor", "Xr")}) {
+        EXPECT_THAT(Faults({code, wrong, rules}),
+                    ElementsAre("2: it would not be the line with the text replaced"))
+            << wrong;
+    }
+    // A keyword that came to be by one replacement and went with the next one has left its letter case.
+    const EditRules twice{.replace = ReplaceRules{.sought = u"x", .replacement = u"e"}};
+    EXPECT_THAT(Faults({"nxxt = nut\n", "Neet = nut\n", twice}), IsEmpty());
+    EXPECT_THAT(Faults({"nxxt = nut\n", "neet = Nut\n", twice}), testing::SizeIs(1));
 }
 
 TEST(EditCheck, AReplacementOfSeveralLinesKeepsHiddenLinesBehindTheFirst) {
@@ -325,6 +513,60 @@ TEST(EditCheck, EvenAnExactEditLosesNoLine) {
     EXPECT_THAT(Faults({code, Replaced(code, "    b\n", "10000:     c\n"), Exactly(NumbersIn)}),
                 ElementsAre("9: more than its beginning would change"));
     EXPECT_THAT(Faults({code, Replaced(code, "    b\n", ""), Exactly(NumbersIn)}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, AnExactEditLetsNothingComeThatItDoesNotWrite) {
+    const std::string code = Sub("    a\n");
+    const std::string lead = "    On Error GoTo hErr\n";
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n" + Handler()), Exactly(HandlersIn)}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n    new\n" + Handler()), Exactly(HandlersIn)}),
+                testing::SizeIs(1));
+    const std::string block = std::string(BlockBegin) + "    Trace\n" + std::string(BlockEnd);
+    EXPECT_THAT(Faults({code, Sub(block + "    a\n"), Exactly(CustomIn)}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub(block + "    new\n    a\n"), Exactly(CustomIn)}), testing::SizeIs(1));
+}
+
+TEST(EditCheck, AnExactRefreshKeepsTheOrderAndMakesUpNoLine) {
+    const std::string lead = "    On Error GoTo hErr\n";
+    const std::string code = Sub(lead + "    a\n    c\n" + Handler("    Old\n"));
+    const EditRules rules = Exactly(Refreshed);
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n    c\n" + Handler()), rules}), IsEmpty());
+    EXPECT_THAT(Faults({code, Sub(lead + "    c\n    a\n" + Handler()), rules}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n    c2\n" + Handler()), rules}), testing::SizeIs(1));
+    EXPECT_THAT(Faults({code, Sub(lead + "    a\n    c\n" + Handler("    Other\n")), rules}),
+                testing::SizeIs(1));
+}
+
+TEST(EditCheck, WhatStandsAboveAnExactEditStays) {
+    const std::string code = "Option Explicit\nSub One()\n    a\nEnd Sub\nSub Two()\n    a\nEnd Sub\n";
+    const auto fault = [](int line) {
+        return std::to_string(line) + ": it would change, though it stands above what was to be edited";
+    };
+    for (const EditRules& rules :
+         {Exactly(HandlersIn), Exactly(Refreshed), Exactly(HandlersOut), Exactly(NumbersIn),
+          Exactly(NumbersOut), Exactly(CustomIn), Exactly(CustomOut)}) {
+        EXPECT_THAT(Faults({code, Replaced(code, "Option Explicit", ""), rules}), ElementsAre(fault(1)));
+        const std::string inOne = Replaced(code, "One()\n    a\n", "One()\n10000:     a\n");
+        EXPECT_THAT(Faults({code, inOne, rules, {1}}), ElementsAre(fault(3)));
+    }
+}
+
+TEST(EditCheck, AnExactReplacementKeepsWhatItHasNoBusinessWith) {
+    const EditRules rules{.replace = ReplaceRules{.sought = u"a", .replacement = u"xy", .from = 2, .to = 3},
+                          .exact = true};
+    const std::string code = "a1\na2\nb3\na4\n";
+    EXPECT_THAT(Faults({code, "a1\nxyxyxy2\nb3\na4\n", rules}), IsEmpty());
+    EXPECT_THAT(Faults({code, "xy1\nxy2\nb3\na4\n", rules}),
+                ElementsAre("1: it would change, though it stands above the lines to be changed"));
+    EXPECT_THAT(Faults({code, "a1\nxy2\nb3\nxy4\n", rules}),
+                ElementsAre("4: it would change, though it stands below the lines to be changed"));
+    EXPECT_THAT(Faults({code, "a1\nxy2\nc3\na4\n", rules}),
+                ElementsAre("3: it would change, though it does not hold the text"));
+    EXPECT_THAT(Faults({code, "a1\nxy2\nnew\nb3\na4\n", rules}),
+                ElementsAre("2: lines would be added or go, though none was to"));
+    EditRules lines = rules;
+    lines.replace->replacement = u"x\r\ny";
+    EXPECT_THAT(Faults({code, "a1\nx\ny2\nb3\na4\n", lines}), IsEmpty());
 }
 
 // The first line of a closing statement of several lines is one of the body.

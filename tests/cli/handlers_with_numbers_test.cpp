@@ -43,6 +43,24 @@ TEST_F(HandlersWithNumbers, KeepBothWhenNoNewNumbersCanBeWritten) {
     EXPECT_THAT(code.substr(kept.size()), HasSubstr("\r\n10025:     fresh\r\n10030:     fresh\r\nEnd Sub"));
 }
 
+// The new handler stands among numbered lines when these get other numbers, but was not shifted with them.
+TEST_F(HandlersWithNumbers, KeepTheTemplatesIndentsWhenCodeIsRenumbered) {
+    test.Write("deep.txt", "    Select Case Err\n        Case 1\n            Resume\n    End Select\n");
+    test.Write("A.bas",
+               "Sub A()\r\n11000: x\r\n11005: x _\r\n           y\r\n11015: x\r\n11020: x\r\nEnd Sub\r\n");
+    EXPECT_EQ(
+        test.Run("insert @A.bas --error-handlers --line-numbers --renumber --template @deep.txt --label hErr")
+            .status,
+        0);
+    EXPECT_EQ(
+        test.Read("A.bas"),
+        Replaced("Sub A()\n10000:     On Error GoTo hErr\n10005: x\n10010: x _\n           y\n10020: x\n"
+                 "10025: x\n10030: ' TWErrorHandler begin - please do not modify or remove this line\n"
+                 "10035: Exit Sub\nhErr:\n10045:     Select Case Err\n               Case 1\n"
+                 "10055:             Resume\n10060:     End Select\nEnd Sub\n",
+                 "\n", "\r\n"));
+}
+
 TEST_F(HandlersWithNumbers, KeepLineEndingsThatAreNotThoseOfTheFile) {
     const std::string code =
         Replaced(Numbered("A", "11000: GoTo 10005\n11005: x\n"), "12005: Exit Sub\r\n", "12005: Exit Sub\n");

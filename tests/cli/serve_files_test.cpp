@@ -89,6 +89,17 @@ TEST_F(ServeFiles, RefusesToSaveOverAFileThatChangedSinceItsOwnSave) {
     EXPECT_THAT(files.Read("Main.bas"), HasSubstr("somebody's work"));
 }
 
+TEST_F(ServeFiles, RefusesToSaveWhatAFileCannotHold) {
+    Open("Shop.vbp");
+    ReplaceLine(1, "' \u4e2d");
+    Number("Stock", "Size");
+    const auto before = files.Files();
+    const json error = Save();
+    EXPECT_EQ(error["code"], -32000);
+    EXPECT_THAT(error["message"].get<std::string>(), HasSubstr("Main.bas"));
+    EXPECT_EQ(files.Files(), before) << "all or nothing";
+}
+
 TEST_F(ServeFiles, HoldsNoLockWhileItServes) {
     Open("Shop.vbp");
     Number();
