@@ -23,6 +23,19 @@ std::string AllValues(const toml::table& table) {
     return std::move(out).str();
 }
 
+// The library writes two keys alike that differ in quotes only, so that their text does not tell them apart.
+bool SameKeys(const toml::node& a, const toml::node& b) {
+    if (const auto* table = a.as_table(), *other = b.as_table(); table != nullptr && other != nullptr) {
+        return std::ranges::equal(*table, *other, [](const auto& x, const auto& y) {
+            return x.first.str() == y.first.str() && SameKeys(x.second, y.second);
+        });
+    }
+    if (const auto* list = a.as_array(), *other = b.as_array(); list != nullptr && other != nullptr) {
+        return std::ranges::equal(*list, *other, SameKeys);
+    }
+    return a.type() == b.type();
+}
+
 bool IsBareKey(std::string_view key) {
     return !key.empty() && std::ranges::all_of(key, [](char c) {
         return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
@@ -182,14 +195,15 @@ std::expected<std::string, TomlError> TomlDocument::With(TextView section, TextV
         return std::unexpected(place.error());
     }
     const Change change{bytes_, table_, sectionName, keyName, stored};
-    const std::string wanted = AllValues(Target(change));
+    const toml::table target = Target(change);
+    const std::string wanted = AllValues(target);
     const auto rewritten = [&](const Change&) { return wanted + "\n"; };
     const std::array<std::function<std::string(const Change&)>, 4> attempts = {InPlace, BehindItsSection,
                                                                                WithNewSection, rewritten};
     for (const auto& attempt : attempts) {
         std::string text = attempt(change);
         const auto read = ParseToml(text);
-        if (!text.empty() && read && AllValues(*read) == wanted) {
+        if (!text.empty() && read && AllValues(*read) == wanted && SameKeys(*read, target)) {
             return text;
         }
     }

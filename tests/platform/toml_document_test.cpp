@@ -165,6 +165,13 @@ TEST(TomlDocument, GivesBackRandomTextsUnderRandomNames) {
     }
 }
 
+// Written anew, the key of two quotes would be the empty one.
+TEST(TomlDocument, RefusesToMakeAnotherKeyOfAQuotedOne) {
+    for (const char* bytes : {"S.\"''\" = ''\n", "S = { \"''\" = 'x' }\n", "S.t = [{ \"''\" = 1 }]\n"}) {
+        EXPECT_FALSE(Parsed(bytes).With(u"S", u"k", u"v")) << bytes;
+    }
+}
+
 TEST(TomlDocument, RefusesKeysThatNestWithoutEnd) {
     std::string key = "a";
     for (int i = 0; i < 200'000; ++i) {
