@@ -150,10 +150,6 @@ bool IsTemporaryName(const fs::path& path) {
     return name.starts_with(temporaryPrefix) && name.ends_with(temporarySuffix);
 }
 
-ContentMark MarkOf(std::string_view bytes) {
-    return {bytes.size(), Checksum(bytes)};
-}
-
 std::string JournalHead(const Journal& journal) {
     std::string head(firstLine);
     for (const Replacement& each : journal.replacements) {

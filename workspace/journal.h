@@ -6,9 +6,9 @@
 // touches get a link, a small file that leads to the journal, so that a run on a path there finds it, too.
 #pragma once
 
+#include "workspace/content_mark.h"
 #include "workspace/diagnostic.h"
 
-#include <cstdint>
 #include <expected>
 #include <filesystem>
 #include <optional>
@@ -25,15 +25,6 @@ inline constexpr const char* journalLinkName = ".lintara-journal-link";
 inline constexpr std::string_view temporaryPrefix = ".lintara-";
 inline constexpr std::string_view temporarySuffix = ".tmp";
 [[nodiscard]] bool IsTemporaryName(const std::filesystem::path& path);
-
-struct ContentMark {
-    std::uint64_t size = 0;
-    std::uint64_t checksum = 0;
-
-    friend bool operator==(const ContentMark&, const ContentMark&) = default;
-};
-
-[[nodiscard]] ContentMark MarkOf(std::string_view bytes);
 
 struct Replacement {
     std::filesystem::path target;

@@ -464,6 +464,17 @@ const std::string& Module::originalBytes() const {
     return original_;
 }
 
+ContentMark Module::originalMark() const {
+    return forgotten_ ? *forgotten_ : MarkOf(original_);
+}
+
+void Module::ForgetOriginal() {
+    if (!parts_ && current_ && !forgotten_) {
+        forgotten_ = MarkOf(original_);
+        std::string().swap(original_);  // an assignment would keep the room
+    }
+}
+
 std::unique_ptr<Module> Module::AsLoaded() const {
     return std::make_unique<Module>(original_, codeBegin_, encoding_);
 }
@@ -486,6 +497,15 @@ std::size_t Module::CountBytes() const {
     return parts_ ? parts_->lines.CountBytes() : (current_ ? *current_ : original_).size();
 }
 
+std::string_view Module::CurrentBytes(std::string& room) const {
+    if (!parts_) {
+        return current_ ? *current_ : original_;
+    }
+    room.clear();
+    parts_->lines.AppendBytes(room);
+    return room;
+}
+
 void Module::KeepBytesOnly() {
     if (!parts_ || parts_->lines.FirstUnencodable()) {
         return;
@@ -497,7 +517,7 @@ void Module::KeepBytesOnly() {
         originalLines_ = parts_->lines.originalLines();
     }
     parts_.reset();
-    if (bytes == original_) {
+    if (!forgotten_ && bytes == original_) {
         current_.reset();
     } else {
         current_ = std::move(bytes);

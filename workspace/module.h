@@ -13,6 +13,7 @@
 #include "base/text.h"
 #include "hostmodel/code_module.h"
 #include "hostmodel/member_kind.h"
+#include "workspace/content_mark.h"
 #include "workspace/declarations.h"
 #include "workspace/encoding.h"
 #include "workspace/shown_lines.h"
@@ -23,6 +24,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lintara::workspace {
@@ -104,7 +106,11 @@ class Module {
     [[nodiscard]] bool edited() const;
     // The file's bytes when it was loaded, and as a save would write them now.
     [[nodiscard]] const std::string& originalBytes() const;
+    // By what originalBytes are known again.
+    [[nodiscard]] ContentMark originalMark() const;
     void AppendCurrentBytes(std::string& bytes) const;
+    // A view of what AppendCurrentBytes appends, valid until the next edit; `room` holds it where need be.
+    [[nodiscard]] std::string_view CurrentBytes(std::string& room) const;
     // How many bytes a save would write, but for a line ending here and there. Cheap.
     [[nodiscard]] std::size_t CountBytes() const;
     // To be called when the edits are done: frees all but both of these, which is most of the memory. Lines
@@ -112,6 +118,9 @@ class Module {
     // where they were before any edit is forgotten. A module with a line that a save could not write is left
     // alone.
     void KeepBytesOnly();
+    // To be called behind KeepBytesOnly: frees what was loaded, too, if a save would write something else.
+    // Neither originalBytes nor AsLoaded may be asked for any more.
+    void ForgetOriginal();
     // The module as it was loaded. It may be called while another thread edits this one.
     [[nodiscard]] std::unique_ptr<Module> AsLoaded() const;
     // The module of the bytes that a save would write now, its head where it was.
@@ -134,7 +143,8 @@ class Module {
     void ReplaceByOne(Line line, TextView text);
     void ReplaceBySeveral(Line line, TextView text);
 
-    const std::string original_;
+    std::string original_;
+    std::optional<ContentMark> forgotten_;  // of the bytes that `original_` held
     EncodingPtr encoding_;
     std::size_t codeBegin_;
     mutable std::unique_ptr<Parts> parts_;  // null when only the bytes were kept

@@ -75,6 +75,7 @@ class Saver {
     void KeepBackups();
 
     void Undo();
+    void TellReplaced() const;
     std::vector<fs::path> Conclude();
     [[nodiscard]] static bool HoldsWhatWasRead(const fs::path& path, const Candidate& candidate);
     [[nodiscard]] static bool KeepsWhatWasRead(const Candidate& candidate);
@@ -178,7 +179,7 @@ void Saver::CheckDisk(Candidate& candidate) const {
     }
     if (IdentityOf(candidate.status) != change.identity) {
         const auto content = ReadFile(target);
-        if (!content || content->bytes != change.original) {
+        if (!content || MarkOf(content->bytes) != change.original) {
             return refuse("changed on disk since it was read; run again to work on what it holds now");
         }
     }
@@ -195,7 +196,7 @@ bool Saver::MayBeWritten(const Candidate& candidate) const {
     }
     std::string bytes;
     candidate.change.appendNew(bytes);
-    return bytes == candidate.change.original;
+    return MarkOf(bytes) == candidate.change.original;
 }
 
 void Saver::CheckBackup(Candidate& candidate) const {
@@ -329,9 +330,10 @@ void Saver::WriteOne(Candidate& candidate) const {
         return result.has_value();
     };
     std::string bytes;
-    bytes.reserve(change.original.size() + change.original.size() / 4);
+    bytes.reserve(change.original.size + change.original.size / 4);
     change.appendNew(bytes);
-    if (bytes == change.original) {
+    const ContentMark mark = MarkOf(bytes);
+    if (mark == change.original) {
         return;
     }
     Step();
@@ -343,8 +345,8 @@ void Saver::WriteOne(Candidate& candidate) const {
     if (check(WriteAll(file->get(), bytes)) &&
         check(TakeOverAttributes(file->get(), replacement.target, candidate.status)) &&
         (!isFew() || check(Flush(replacement.temporary)))) {
-        replacement.oldContent = MarkOf(change.original);
-        replacement.newContent = MarkOf(bytes);
+        replacement.oldContent = change.original;
+        replacement.newContent = mark;
     }
 }
 
@@ -423,7 +425,7 @@ bool Saver::KeepsWhatWasRead(const Candidate& candidate) {
     }
     // Where a file cannot have two names it is a copy.
     const auto content = ReadFile(kept);
-    return content && content->bytes == candidate.change.original;
+    return content && MarkOf(content->bytes) == candidate.change.original;
 }
 
 void Saver::KeepBackups() {
@@ -474,7 +476,22 @@ WriteResult Saver::PutBack(const Candidate& candidate) {
     return UndoReplacement(replacement);
 }
 
+void Saver::TellReplaced() const {
+    if (!options_.replaced || replaced_.empty()) {
+        return;
+    }
+    std::vector<ReplacedFile> files;
+    for (const Candidate* candidate : replaced_) {
+        const Replacement& replacement = candidate->replacement;
+        files.push_back({candidate->change.path,
+                         replacement.backup.empty() ? replacement.temporary : replacement.backup,
+                         *replacement.oldContent, *replacement.newContent});
+    }
+    options_.replaced(files);
+}
+
 std::vector<fs::path> Saver::Conclude() {
+    TellReplaced();
     Step();
     // The files are as they should be; what cannot be removed is left to the next run.
     [[maybe_unused]] const auto removed = RemoveTraces(journal_);

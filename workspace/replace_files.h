@@ -2,6 +2,7 @@
 // them, then they are renamed into place. A run that was interrupted is finished or undone by the next one.
 #pragma once
 
+#include "workspace/content_mark.h"
 #include "workspace/diagnostic.h"
 #include "workspace/file_identity.h"
 #include "workspace/save_options.h"
@@ -11,7 +12,6 @@
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace lintara::workspace {
@@ -19,8 +19,8 @@ namespace lintara::workspace {
 struct FileChange {
     std::filesystem::path path;  // as messages name it; a symbolic link is followed, not replaced
     FileIdentity identity;       // of the file when it was read
-    std::string_view original;   // what it held then
-    std::function<void(std::string& bytes)> appendNew;  // from any thread; may append `original` itself
+    ContentMark original;        // what it held then
+    std::function<void(std::string& bytes)> appendNew;  // from any thread; may append what it held
     std::filesystem::path projectFolder;
     std::string projectName;     // for messages
     std::filesystem::path tree;  // below which the file has to lie, as TreeOf tells it

@@ -32,9 +32,9 @@ std::vector<ChangedFile> EditedFiles(const Workspace& workspace) {
 
 bool Differs(const Module& module) {
     std::string bytes;
-    bytes.reserve(module.originalBytes().size());
+    bytes.reserve(module.originalMark().size);
     module.AppendCurrentBytes(bytes);
-    return bytes != module.originalBytes();
+    return MarkOf(bytes) != module.originalMark();
 }
 
 fs::path FolderOfProject(const Project& project) {
@@ -65,7 +65,7 @@ FileChange ChangeOf(const ChangedFile& changed) {
     const Module& module = *changed.component->module;
     return {.path = changed.component->path,
             .identity = changed.component->identity,
-            .original = module.originalBytes(),
+            .original = module.originalMark(),
             .appendNew = [&module](std::string& bytes) { module.AppendCurrentBytes(bytes); },
             .projectFolder = FolderOfProject(*changed.project),
             .projectName = ToUtf8(changed.project->name()),

@@ -1,6 +1,8 @@
 // How files are saved.
 #pragma once
 
+#include "workspace/content_mark.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -15,6 +17,14 @@ struct AddedFile {
     std::string bytes;
 };
 
+// A file with a new content, while what it held is still there.
+struct ReplacedFile {
+    std::filesystem::path path;  // as the workspace names it
+    std::filesystem::path old;   // the file that holds what it held
+    ContentMark before;
+    ContentMark after;
+};
+
 struct SaveOptions {
     // Not empty: the original of every changed file is kept beside it under its name and this suffix.
     std::string backupSuffix;
@@ -26,6 +36,8 @@ struct SaveOptions {
     std::vector<AddedFile> added;
     // Called now and then from the saving thread with the files written so far and all of them.
     std::function<void(std::size_t done, std::size_t total)> progress;
+    // Called once by a save in place that cannot fail any more, ahead of the removal of the old contents.
+    std::function<void(const std::vector<ReplacedFile>& files)> replaced;
     // Called before each step that changes the disk, from any thread: for tests that interrupt a save.
     std::function<void()> beforeStep;
 };

@@ -75,6 +75,7 @@ ExitStatus Run(const OptionReader& given, Environment& environment) {
                  .exact = options.edit.exact};
     job.independent = true;
     // What was typed into handlers is told from all handlers of the project.
+    job.asksForLoaded = work.errorHandlers;
     const auto peers = std::make_shared<HandlerPeers>();
     job.makeEditor = [&](workspace::Workspace& workspace, std::shared_ptr<hostmodel::Globals> globals) {
         Platform platform = environment.platform;

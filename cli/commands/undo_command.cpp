@@ -76,7 +76,7 @@ std::vector<workspace::FileChange> ChangesOf(const std::vector<CurrentFile>& fil
     for (const CurrentFile& file : files) {
         changes.push_back({.path = file.record->path,
                            .identity = file.content.identity,
-                           .original = file.content.bytes,
+                           .original = workspace::MarkOf(file.content.bytes),
                            .appendNew = [&file](std::string& bytes) { bytes += file.record->content; },
                            .projectFolder = folder,
                            .projectName = {},

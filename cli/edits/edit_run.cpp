@@ -35,7 +35,7 @@ bool IsOneProject(const std::vector<ScopedComponent>& scope) {
 }
 
 // After so many components were edited the memory that was freed is handed back.
-constexpr std::size_t componentsToTrim = 32;
+constexpr std::size_t componentsToTrim = 16;
 
 class EditRun {
   public:
@@ -141,7 +141,6 @@ class EditRun {
         faults_.Begin(scope);
         totalSize_.emplace(workspace_);
         diffs_.resize(options_.edit.diff ? scope.size() : 0);
-        newContents_.resize(scope.size());
         if (job_.independent && IsOneProject(scope)) {
             EditInParallel(std::move(scope));
             return;
@@ -166,7 +165,8 @@ class EditRun {
                 try {
                     report_.components[i] = EditOne(*MakeEditor(), scope[i]);
                     CompareComponent(i);
-                    scope[i].groups = {};
+                    // Braces alone would keep the room.
+                    scope[i].groups = std::vector<ProcedureGroup>();
                 } catch (const Refusal& refusal) {
                     refusals[i] = refusal;
                 }
@@ -179,6 +179,7 @@ class EditRun {
                     trimmed = done;
                 }
             });
+        ReturnFreedMemory();
         // The one that editing in order would have met.
         if (const auto first = std::ranges::find_if(refusals, &std::optional<Refusal>::has_value);
             first != refusals.end()) {
@@ -193,7 +194,17 @@ class EditRun {
     [[nodiscard]] static ComponentReport EditOne(ComponentEditor& editor, const ScopedComponent& scope) {
         ComponentReport report = editor.Edit(scope);
         scope.component->module->ForgetSearches();
+        ReleaseRoom(report);
         return report;
+    }
+
+    // A large project has thousands of procedures, and as many remarks.
+    static void ReleaseRoom(ComponentReport& report) {
+        report.edited.shrink_to_fit();
+        report.remarks.shrink_to_fit();
+        for (Remark& remark : report.remarks) {
+            remark.message.shrink_to_fit();
+        }
     }
 
     // Several editors know nothing of each other's remarks.
@@ -218,20 +229,16 @@ class EditRun {
         if (!module.edited()) {
             return;
         }
-        std::string bytes;
-        module.AppendCurrentBytes(bytes);
+        std::string copy;
+        const std::string_view bytes = module.CurrentBytes(copy);
         if (bytes == module.originalBytes()) {
             return;
         }
         totalSize_->ComponentEdited(*report.component, bytes);
-        if (savesInPlace()) {
-            newContents_[index] = workspace::MarkOf(bytes);
-        }
         const FileLines before = SplitFile(module.originalBytes(), module.encoding());
         const FileLines after = SplitFile(bytes, module.encoding());
-        if (!module.FirstUnencodable()) {  // else nothing is written
-            faults_.Check(index, before, after, headLines);
-        }
+        // Nothing is written with a line that cannot be encoded.
+        const bool isSound = !module.FirstUnencodable() && faults_.Check(index, before, after, headLines);
         const std::vector<LineChange> changes = CompareLines(before, after);
         report.changed = true;
         report.linesChanged = CountChangedLines(changes);
@@ -240,6 +247,9 @@ class EditRun {
                                   .printable = streams_.outIsTerminal};
             AppendUnifiedDiff(DiffLabel(report.component->path), before, after, changes, module.encoding(),
                               style, diffs_[index]);
+        }
+        if (isSound && !options_.edit.output && !job_.asksForLoaded) {
+            module.ForgetOriginal();
         }
     }
 
@@ -317,6 +327,9 @@ class EditRun {
         workspace::SaveOptions save;
         save.backupSuffix = edit.backupSuffix;
         save.allowedOutside = edit.allowedOutside;
+        if (!edit.output) {
+            save.replaced = [&](const auto& files) { RememberForUndo(files); };
+        }
         save.progress = [&](std::size_t done, std::size_t total) { progress_.Update("saving", done, total); };
         if (edit.output && job_.addedToCopy) {
             save.added = job_.addedToCopy(workspace_);
@@ -335,24 +348,13 @@ class EditRun {
             }
         }
         report_.written = !report_.files.empty();
-        if (savesInPlace() && report_.written) {
-            RememberForUndo();
-        }
         return std::nullopt;
     }
 
     // That the command cannot be undone is no reason to fail it.
-    void RememberForUndo() {
+    void RememberForUndo(const std::vector<workspace::ReplacedFile>& files) {
         if (environment_.stateFolder.empty()) {
             return;
-        }
-        std::vector<ReplacedFile> files;
-        for (std::size_t i = 0; i < report_.components.size(); ++i) {
-            const ComponentReport& report = report_.components[i];
-            if (report.changed) {
-                files.push_back({std::filesystem::absolute(report.component->path),
-                                 report.component->module->originalBytes(), newContents_[i]});
-            }
         }
         std::expected<void, std::string> written;
         try {
@@ -397,8 +399,7 @@ class EditRun {
     Report report_;
     EditFaults faults_;
     std::optional<TotalSize> totalSize_;
-    std::vector<std::string> diffs_;                   // of each component
-    std::vector<workspace::ContentMark> newContents_;  // of each component that is saved in place
+    std::vector<std::string> diffs_;  // of each component
 };
 
 }  // namespace

@@ -41,6 +41,8 @@ struct EditJob {
     // Whether each component is edited by itself: no editor sees what another one did, or asks the machine.
     // Several editors may work at the same time then, each on another component.
     bool independent = false;
+    // Whether an editor may ask how components were loaded that another one has edited already.
+    bool asksForLoaded = false;
     // What it may do to them: what it did is held against this before anything is written or shown.
     EditRules rules = {};
     // What a copy gets on top of the projects' files; empty: nothing.

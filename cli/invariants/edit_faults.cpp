@@ -57,13 +57,14 @@ void EditFaults::Begin(const std::vector<ScopedComponent>& scope) {
     }
 }
 
-void EditFaults::Check(std::size_t index, const FileLines& before, const FileLines& after,
+bool EditFaults::Check(std::size_t index, const FileLines& before, const FileLines& after,
                        std::size_t headLines) {
     Checked& checked = components_[index];
     const workspace::Module& module = *checked.component->module;
     const CodeNames names{checked.project->name(), checked.component->name};
     checked.violations =
         CheckEdit({before, after, headLines, module.encoding(), names}, rules_, checked.editable);
+    return checked.violations.empty();
 }
 
 bool EditFaults::Found(const workspace::Workspace& workspace) {

@@ -39,8 +39,8 @@ class EditFaults {
     // Which components and procedures may be edited; ahead of the first edit.
     void Begin(const std::vector<ScopedComponent>& scope);
     // The component of that index in the scope, whose bytes were those lines and are to be these. Several
-    // threads may call it at a time, each for another component.
-    void Check(std::size_t index, const FileLines& before, const FileLines& after, std::size_t headLines);
+    // threads may call it at a time, each for another component. Whether nothing is wrong with it.
+    bool Check(std::size_t index, const FileLines& before, const FileLines& after, std::size_t headLines);
 
     // Once all components were checked: whether anything is wrong. Looks at those that are not in the scope,
     // too.

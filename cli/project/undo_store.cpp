@@ -3,6 +3,7 @@
 #include "base/uninterrupted.h"
 #include "cli/output/terminal_text.h"
 #include "workspace/checksum.h"
+#include "workspace/journal.h"
 #include "workspace/read_file.h"
 #include "workspace/write_file.h"
 
@@ -72,13 +73,13 @@ void AppendMark(const workspace::ContentMark& mark, std::string& bytes) {
     AppendNumber(mark.checksum, bytes);
 }
 
-std::string HeadOf(std::string_view command, std::span<const ReplacedFile> files) {
+std::string HeadOf(std::string_view command, std::span<const workspace::ReplacedFile> files) {
     std::string head(Magic);
     AppendString(command, head);
     AppendNumber(files.size(), head);
-    for (const ReplacedFile& file : files) {
-        AppendString(file.path.native(), head);
-        AppendMark(workspace::MarkOf(file.content), head);
+    for (const workspace::ReplacedFile& file : files) {
+        AppendString(fs::absolute(file.path).native(), head);
+        AppendMark(file.before, head);
         AppendMark(file.after, head);
     }
     AppendNumber(workspace::Checksum(head), head);
@@ -86,12 +87,18 @@ std::string HeadOf(std::string_view command, std::span<const ReplacedFile> files
 }
 
 workspace::WriteResult WriteRecord(int descriptor, std::string_view command,
-                                   std::span<const ReplacedFile> files) {
+                                   std::span<const workspace::ReplacedFile> files) {
     auto written = workspace::WriteAll(descriptor, HeadOf(command, files));
-    for (const ReplacedFile& file : files) {
-        if (written) {
-            written = workspace::WriteAll(descriptor, file.content);
+    for (const workspace::ReplacedFile& file : files) {
+        if (!written) {
+            break;
         }
+        const auto old = workspace::ReadFile(file.old);
+        if (!old || workspace::MarkOf(old->bytes) != file.before) {
+            return std::unexpected("cannot be written: what " + PrintablePath(file.path) +
+                                   " held cannot be read any more");
+        }
+        written = workspace::WriteAll(descriptor, old->bytes);
     }
     return written;
 }
@@ -159,7 +166,7 @@ void RemoveLeftovers(const fs::path& target) {
 UndoStore::UndoStore(const fs::path& stateFolder) : records_(stateFolder / "undo", "", mostUndoRecords) {}
 
 std::expected<void, std::string> UndoStore::Write(const fs::path& project, std::string_view command,
-                                                  std::span<const ReplacedFile> files) const {
+                                                  std::span<const workspace::ReplacedFile> files) const {
     const fs::path target = records_.FileOf(project);
     const auto complain = [&](const std::string& what) {
         return std::unexpected(PrintablePath(target) + " " + what);

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "cli/project/project_records.h"
-#include "workspace/journal.h"
+#include "workspace/save_options.h"
 
 #include <cstddef>
 #include <expected>
@@ -28,13 +28,6 @@ struct UndoRecord {
     std::vector<UndoFile> files;
 };
 
-// A file for a record that is being written.
-struct ReplacedFile {
-    std::filesystem::path path;    // absolute
-    std::string_view content;      // what it held before the command
-    workspace::ContentMark after;  // of what the command left in it
-};
-
 inline constexpr std::size_t mostUndoRecords = 20;
 
 // Errors are sentences for people that name the record's file.
@@ -44,10 +37,11 @@ class UndoStore {
     explicit UndoStore(const std::filesystem::path& stateFolder);
 
     // `project` is a path as the command line names it. When there are more records than `mostUndoRecords`
-    // then, the oldest ones go. When it fails, no earlier command on the project is remembered, either.
-    [[nodiscard]] std::expected<void, std::string> Write(const std::filesystem::path& project,
-                                                         std::string_view command,
-                                                         std::span<const ReplacedFile> files) const;
+    // then, the oldest ones go. What the files held is read now. When it fails, no earlier command on the
+    // project is remembered, either.
+    [[nodiscard]] std::expected<void, std::string> Write(
+        const std::filesystem::path& project, std::string_view command,
+        std::span<const workspace::ReplacedFile> files) const;
     // None when no command is remembered.
     [[nodiscard]] std::expected<std::optional<UndoRecord>, std::string> Read(
         const std::filesystem::path& project) const;

@@ -13,6 +13,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
+using workspace::ReplacedFile;
 
 class UndoCommand : public testing::Test {
   protected:
@@ -128,18 +129,27 @@ TEST_F(UndoCommand, AStateFolderThatCannotBeUsedWarnsOnly) {
     EXPECT_THAT(edited.err, HasSubstr("will not find this command"));
 }
 
+// A file that held `content` and was replaced.
+ReplacedFile Replaced(const support::TemporaryFolder& folder, const std::string& name,
+                      const std::string& content, const workspace::ContentMark& after) {
+    folder.Write(name, content);
+    return {folder.path() / "the file", folder.path() / name, workspace::MarkOf(content), after};
+}
+
 TEST(UndoRecords, ComeBackWithAnyBytes) {
     const support::TemporaryFolder folder;
     const UndoStore store(folder.path() / "a/b");
-    const std::vector<ReplacedFile> files = {
-        {"/x/\xff\n y", std::string_view("a\0b\r\n", 5), {7, 0xFFFFFFFFFFFFFFFFU}}, {"", "", {}}};
+    const std::string content("a\0b\r\n", 5);
+    std::vector<ReplacedFile> files = {Replaced(folder, "old", content, {7, 0xFFFFFFFFFFFFFFFFU}),
+                                       Replaced(folder, "empty", "", {})};
+    files[0].path = "/x/\xff\n y";
     ASSERT_TRUE(store.Write("p", "insert", files));
     const auto read = store.Read("p");
     ASSERT_TRUE(read && *read);
     ASSERT_EQ((*read)->files.size(), 2U);
     EXPECT_EQ((*read)->command, "insert");
     EXPECT_EQ((*read)->files[0].path, files[0].path);
-    EXPECT_EQ((*read)->files[0].content, files[0].content);
+    EXPECT_EQ((*read)->files[0].content, content);
     EXPECT_EQ((*read)->files[0].after, files[0].after);
     EXPECT_FALSE(store.Read("q")->has_value());
     store.Forget("p");
@@ -167,10 +177,24 @@ TEST(UndoRecords, AreKeptOfTheProjectsEditedLast) {
     EXPECT_EQ(folder.Files().size(), mostUndoRecords + 1);
 }
 
+TEST(UndoRecords, AreNotWrittenOfWhatIsNoLongerThere) {
+    const support::TemporaryFolder folder;
+    const UndoStore store(folder.path());
+    const std::vector<ReplacedFile> files = {Replaced(folder, "old", "content", {1, 2})};
+    ASSERT_TRUE(store.Write("p", "insert", files));
+    folder.Write("old", "changed");
+    const auto written = store.Write("p", "insert", files);
+    ASSERT_FALSE(written);
+    EXPECT_THAT(written.error(), HasSubstr("held cannot be read any more"));
+    EXPECT_FALSE(store.Read("p")->has_value());
+    std::filesystem::remove(files[0].old);
+    EXPECT_FALSE(store.Write("p", "insert", files));
+}
+
 TEST(UndoRecords, CutOffAnywhereAreDamaged) {
     const support::TemporaryFolder folder;
     const UndoStore store(folder.path());
-    const std::vector<ReplacedFile> files = {{"/x", "content", {1, 2}}};
+    const std::vector<ReplacedFile> files = {Replaced(folder, "old", "content", {1, 2})};
     ASSERT_TRUE(store.Write("p", "insert", files));
     const std::filesystem::path file = std::filesystem::directory_iterator(folder.path() / "undo")->path();
     for (auto size = std::filesystem::file_size(file); size-- > 0;) {
@@ -182,7 +206,7 @@ TEST(UndoRecords, CutOffAnywhereAreDamaged) {
 TEST(UndoRecords, WithAnyByteChangedAreDamaged) {
     const support::TemporaryFolder folder;
     const UndoStore store(folder.path());
-    const std::vector<ReplacedFile> files = {{"/x", "content", {1, 2}}};
+    const std::vector<ReplacedFile> files = {Replaced(folder, "old", "content", {1, 2})};
     ASSERT_TRUE(store.Write("p", "insert", files));
     const std::filesystem::path file = std::filesystem::directory_iterator(folder.path() / "undo")->path();
     const std::string name = "undo" / file.filename();

@@ -106,6 +106,29 @@ TEST(KeptBytes, AreNotAllWhereASaveCouldNotWriteALine) {
     EXPECT_EQ(module->OriginOf(Line{4}), Line{3});
 }
 
+TEST(ForgottenOriginal, IsKnownByItsMark) {
+    const auto module = Loaded();
+    ASSERT_TRUE(module->InsertLines(Line{2}, u"    y"));
+    const std::string bytes = BytesOf(*module);
+    module->KeepBytesOnly();
+    module->ForgetOriginal();
+    EXPECT_EQ(module->originalMark(), MarkOf(File));
+    EXPECT_EQ(BytesOf(*module), bytes);
+    EXPECT_TRUE(module->edited());
+    EXPECT_EQ(module->CountOfLines(), 4);
+    module->KeepBytesOnly();
+    EXPECT_EQ(BytesOf(*module), bytes);
+}
+
+TEST(ForgottenOriginal, IsKeptWhereASaveWouldWriteIt) {
+    const auto module = Loaded();
+    module->KeepBytesOnly();
+    module->ForgetOriginal();
+    EXPECT_EQ(module->originalMark(), MarkOf(File));
+    EXPECT_EQ(module->originalBytes(), File);
+    EXPECT_EQ(BytesOf(*module), File);
+}
+
 TEST(LoadedModule, IsThereWhateverWasEdited) {
     const auto module = Loaded();
     ASSERT_TRUE(module->ReplaceLine(Line{2}, u"    y"));

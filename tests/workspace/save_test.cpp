@@ -56,6 +56,32 @@ TEST(Save, LeavesFilesAloneThatWereNotEdited) {
     EXPECT_EQ(project.folder.Files().size(), 3U);
 }
 
+TEST(Save, ShowsWhatTheFilesHeldBeforeItGoes) {
+    for (const std::string suffix : {"", ".bak"}) {
+        SavedProject project(twoModules, "p.vbp");
+        project.Open();
+        project.EditAll();
+        int calls = 0;
+        SaveOptions options;
+        options.backupSuffix = suffix;
+        options.replaced = [&](const std::vector<ReplacedFile>& files) {
+            ++calls;
+            ASSERT_EQ(files.size(), 2U);
+            for (const ReplacedFile& file : files) {
+                const std::string name = file.path.filename();
+                EXPECT_EQ(support::ReadBytes(file.old), twoModules.at(name));
+                EXPECT_EQ(file.before, MarkOf(twoModules.at(name)));
+                EXPECT_EQ(file.after, MarkOf(support::ReadBytes(file.path)));
+                EXPECT_EQ(support::ReadBytes(file.path), twoModulesEdited.at(name));
+            }
+        };
+        ASSERT_TRUE(Save(project.workspace, options)) << suffix;
+        EXPECT_EQ(calls, 1) << suffix;
+        ASSERT_TRUE(Save(SavedProject(twoModules, "p.vbp").workspace, options));
+        EXPECT_EQ(calls, 1) << "nothing was replaced";
+    }
+}
+
 TEST(Save, OfNothingDoesNothing) {
     SavedProject project(twoModules, "p.vbp");
     EXPECT_TRUE(Save(project.workspace, {}).value().empty());
