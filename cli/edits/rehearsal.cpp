@@ -1,5 +1,6 @@
 #include "cli/edits/rehearsal.h"
 
+#include "cli/edits/handler_block.h"
 #include "cli/guards/existing_numbers.h"
 #include "cli/project/input_line.h"
 #include "cli/project/procedure_text.h"
@@ -46,13 +47,16 @@ class Copy {
     ScopedComponent scope_;
 };
 
+// Whether the procedure's own lines do: a template may bring numbers, too.
 bool HasNumbers(const workspace::Module& module, ProcedureGroup group) {
     Refresh(group, module);
     ProcedureText text;
     text.Read(module, group);
     std::vector<NumberedLine> numbered;
     for (const ProcedureText::Part& part : text.parts()) {
-        FindNumberedLines(text.body(part), numbered);
+        const auto body = text.body(part);
+        const auto block = FindHandlerBlock(body);
+        FindNumberedLines(body.first(block ? block->begin : body.size()), numbered);
     }
     return !numbered.empty();
 }

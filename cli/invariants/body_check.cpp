@@ -318,7 +318,11 @@ bool BodyCheck::AreWritten(Part a, std::span<const Text> ahead, TextView member,
 
 bool BodyCheck::IsWritten(std::size_t line, TextView expected) {
     after_.Read(line, text_);
-    return IsAsExpected(TextView(text_).substr(numbering_.WidthAt(line)), expected);
+    const TextView written = TextView(text_).substr(numbering_.WidthAt(line));
+    // A number that the template brought goes like any other when code is numbered anew.
+    const bool isRenumbered = rules_.numbers.in && rules_.numbers.out && IsNumberColumn(expected);
+    return IsAsExpected(written, expected) ||
+           (isRenumbered && IsAsExpected(written, expected.substr(numberWidth)));
 }
 
 Text BodyCheck::FirstNameLike(TextView name) {

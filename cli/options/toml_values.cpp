@@ -11,7 +11,7 @@ namespace lintara::cli {
 namespace {
 
 // Each pattern is held against every procedure.
-constexpr std::size_t mostValues = 1000;
+constexpr std::size_t mostValues = 10'000;
 
 std::string_view KindOf(const toml::node& value) {
     switch (value.type()) {

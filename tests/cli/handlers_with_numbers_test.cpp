@@ -103,6 +103,32 @@ TEST_F(HandlersWithNumbers, TellWhichLinesKeepTheirBlanks) {
     EXPECT_THAT(test.Read("A.bas"), HasSubstr(":             deep\r\n"));
 }
 
+// A template out of numbered code brings numbers of its own.
+TEST_F(HandlersWithNumbers, KeepBothWhenTheTemplatesNumberStandsInTheWay) {
+    const std::string kept = Numbered("A", "11000: x\n");
+    for (const char* line : {"10: Resume Next\n", "20000: Resume Next\n"}) {
+        test.Write("A.bas", kept);
+        test.Write("new.txt", line);
+        const Outcome outcome = test.Run(Refresh);
+        EXPECT_EQ(outcome.status, 0) << line;
+        EXPECT_THAT(outcome.err, HasSubstr("Sub A in A keeps its error handler and its numbers")) << line;
+        EXPECT_EQ(test.Read("A.bas"), kept) << line;
+    }
+}
+
+TEST_F(HandlersWithNumbers, AreNumberedAnewWithTheTemplatesNumbers) {
+    test.Write("A.bas", "Sub A()\r\n    x\r\nEnd Sub\r\n");
+    test.Write("new.txt", "20000:     fresh\n");
+    const Outcome outcome =
+        test.Run("insert @A.bas --error-handlers --line-numbers --renumber --template @new.txt --label hErr");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(test.Read("A.bas"),
+              Replaced("Sub A()\n10000:     On Error GoTo hErr\n10005:     x\n"
+                       "10010: ' TWErrorHandler begin - please do not modify or remove this line\n"
+                       "10015: Exit Sub\nhErr:\n10025:     fresh\nEnd Sub\n",
+                       "\n", "\r\n"));
+}
+
 TEST_F(HandlersWithNumbers, AreCheckedAsTheyWouldBeInserted) {
     test.Write("A.bas", Numbered("A", "11000: GoTo 10005\n11005: x\n"));
     const Outcome outcome =
