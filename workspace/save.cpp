@@ -31,10 +31,8 @@ std::vector<ChangedFile> EditedFiles(const Workspace& workspace) {
 }
 
 bool Differs(const Module& module) {
-    std::string bytes;
-    bytes.reserve(module.originalMark().size);
-    module.AppendCurrentBytes(bytes);
-    return MarkOf(bytes) != module.originalMark();
+    std::string room;
+    return MarkOf(module.CurrentBytes(room)) != module.originalMark();
 }
 
 fs::path FolderOfProject(const Project& project) {

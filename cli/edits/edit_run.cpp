@@ -17,10 +17,12 @@
 #include "cli/scope/exclusions.h"
 #include "workspace/encoding.h"
 #include "workspace/parallel.h"
+#include "workspace/read_file.h"
 #include "workspace/save.h"
 #include "workspace/unencodable.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <optional>
 #include <unordered_set>
@@ -361,6 +363,8 @@ class EditRun {
             written = UndoStore(environment_.stateFolder).Write(options_.read.path, job_.command, files);
         } catch (const std::bad_alloc&) {
             written = std::unexpected("out of memory");
+        } catch (const std::filesystem::filesystem_error& error) {
+            written = std::unexpected(workspace::SystemMessage(error.code().value()));
         }
         if (!written) {
             messages_.Warning({{}, 0, "\"lintara undo\" will not find this command: " + written.error()});
